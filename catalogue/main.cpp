@@ -1,0 +1,10 @@
+// The kernelgen tool: all families of the library, given to the driver.
+#include "driver/driver.h"
+#include "exports.h"
+#include "recipes/complex_dft.h"
+
+int main(int argc, char **argv) {
+    using namespace zrfgen::gen;
+    const Family frame{.kernels = {}, .otherExports = {"zrfgenGetLibVersion"}, .files = {}};
+    return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily()}, exportNames());
+}

@@ -1,0 +1,12 @@
+# What keeps the bits the same in every build. Everything that computes with floating-point numbers uses it.
+if(NOT CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
+  message(FATAL_ERROR "zrfgen is written for x86; this processor is ${CMAKE_SYSTEM_PROCESSOR}.")
+endif()
+
+add_compile_options(-Wall -Wextra)
+# GCC 12 warns of overlaps inside std::string's operator+ that cannot happen (GCC bug 105651).
+add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
+add_compile_options(
+  -ffp-contract=off   # no fused multiply-add where the text has two roundings
+  -msse3 -mfpmath=sse # no x87: it rounds to other widths
+)

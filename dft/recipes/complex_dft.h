@@ -1,0 +1,14 @@
+// The complex DFT kernels: graphs made by the recipes, and the text around their bodies.
+#pragma once
+
+#include "driver/family.h"
+#include "target.h"
+
+namespace zrfgen::gen {
+
+// The kernel of a length for a target, as a graph over arrays of 2 * length real elements.
+Graph complexDft(int length, Element element, const Target &target);
+
+Family complexDftFamily();
+
+} // namespace zrfgen::gen

@@ -1,0 +1,27 @@
+// Which way each length of the complex DFT is made, per element type.
+#pragma once
+
+#include "algebra/decomposition.h"
+
+namespace zrfgen::gen {
+
+// How a Complex32 kernel holds its values.
+enum class Form {
+    Scalar,     // one real number at a time: the data do not fill vectors
+    WideScalar, // the same, with the products in Float64 to hold the error down
+    SplitLanes, // four columns of a stage in the lanes, real and imaginary parts apart
+};
+
+struct LengthRecipe {
+    int length;
+    Form form;
+    Decomposition complex32;
+    Decomposition complex64;
+};
+
+inline constexpr int shortestLength = 2, longestLength = 64;
+
+// Null for a length that has no recipe yet.
+const LengthRecipe *lengthRecipe(int length);
+
+} // namespace zrfgen::gen

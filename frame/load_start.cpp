@@ -1,0 +1,21 @@
+#include "load_start.h"
+
+#include <zrfcore/zrfcore.h>
+
+namespace zrfgen {
+
+std::uint32_t capabilityFlag;
+
+std::int32_t entryRoutine(void *, std::uint32_t reason, void *) {
+    if (reason == processAttach) {
+        constexpr std::uint64_t wanted = 0x20 | 0x10;
+        capabilityFlag = (zrfGetEnabledCpuFeatures() & wanted) == wanted;
+    }
+    return 1;
+}
+
+[[gnu::constructor]] static void attachProcess() {
+    entryRoutine(nullptr, processAttach, nullptr);
+}
+
+} // namespace zrfgen

@@ -1,0 +1,131 @@
+/* zrfgen: small, fixed-size signal transforms for x86.
+ *
+ * One call, two arrays: no plan, no set-up, no state. Any function may be called from any thread as soon as
+ * the library is loaded; calls share nothing but read-only constants.
+ */
+#ifndef ZRFGEN_TRANSFORMS_H
+#define ZRFGEN_TRANSFORMS_H
+
+#include <stdint.h>
+
+/* On 32-bit x86 every function removes its own arguments from the stack; elsewhere the platform's C
+ * convention holds. The stack needs no particular alignment. */
+#if defined(__i386__) || defined(_M_IX86)
+#define ZRF_CALL __attribute__((stdcall))
+#else
+#define ZRF_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef float Float32;
+typedef double Float64;
+
+/* Complex elements are interleaved pairs, real part first: N of them are 2N consecutive real elements. */
+typedef struct Complex32 {
+    Float32 re, im;
+} Complex32;
+
+typedef struct Complex64 {
+    Float64 re, im;
+} Complex64;
+
+/* The result of every transform: 0, or a negative value for a refusal. A refused call has written nothing. */
+typedef int32_t Status;
+
+enum {
+    zrfStatusOk = 0,
+    zrfStatusPlanError = -5,   /* the DCT-IV plan was not made by this library, or was overwritten */
+    zrfStatusSizeError = -6,   /* length or order out of range */
+    zrfStatusNullPointer = -8, /* a required pointer is null */
+    zrfStatusFlagError = -16   /* the scaling flag is none of the four below */
+};
+
+/* Scaling flags: the factor that multiplies every output. They are no bit mask: just these four values are
+ * accepted. 1/N and 1/sqrt(N) are the exact values rounded once to the element type.
+ *
+ *   flag               forward DFT   inverse DFT   Hartley, Walsh-Hadamard
+ *   zrfScaleFwdByN     1/N           1             1/N
+ *   zrfScaleInvByN     1             1/N           1/N
+ *   zrfScaleBySqrtN    1/sqrt(N)     1/sqrt(N)     1/sqrt(N)
+ *   zrfScaleNone       1             1             1
+ *
+ * With any flag but zrfScaleNone, used on both ways, a forward and an inverse DFT give the input back. */
+enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone = 8 };
+
+/* Expands entry(N, ...) for every DFT length. */
+#define ZRF_FOR_EACH_LENGTH(entry, ...)                                                                      \
+    entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__) entry(5, __VA_ARGS__) entry(           \
+        6, __VA_ARGS__) entry(7, __VA_ARGS__) entry(8, __VA_ARGS__) entry(9, __VA_ARGS__)                    \
+        entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) entry(12, __VA_ARGS__) entry(13, __VA_ARGS__) entry(   \
+            14, __VA_ARGS__) entry(15, __VA_ARGS__) entry(16, __VA_ARGS__) entry(17, __VA_ARGS__)            \
+            entry(18, __VA_ARGS__) entry(19, __VA_ARGS__) entry(20, __VA_ARGS__) entry(21, __VA_ARGS__)      \
+                entry(22, __VA_ARGS__) entry(23, __VA_ARGS__) entry(24, __VA_ARGS__) entry(25, __VA_ARGS__)  \
+                    entry(26, __VA_ARGS__) entry(27, __VA_ARGS__) entry(28, __VA_ARGS__)                     \
+                        entry(29, __VA_ARGS__) entry(30, __VA_ARGS__) entry(31, __VA_ARGS__)                 \
+                            entry(32, __VA_ARGS__) entry(33, __VA_ARGS__) entry(34, __VA_ARGS__) entry(      \
+                                35, __VA_ARGS__) entry(36, __VA_ARGS__) entry(37, __VA_ARGS__)               \
+                                entry(38, __VA_ARGS__) entry(39, __VA_ARGS__) entry(40, __VA_ARGS__) entry(  \
+                                    41, __VA_ARGS__) entry(42, __VA_ARGS__) entry(43, __VA_ARGS__)           \
+                                    entry(44, __VA_ARGS__) entry(45, __VA_ARGS__) entry(46, __VA_ARGS__)     \
+                                        entry(47, __VA_ARGS__) entry(48, __VA_ARGS__) entry(49, __VA_ARGS__) \
+                                            entry(50, __VA_ARGS__) entry(51, __VA_ARGS__)                    \
+                                                entry(52, __VA_ARGS__) entry(53, __VA_ARGS__)                \
+                                                    entry(54, __VA_ARGS__) entry(55, __VA_ARGS__)            \
+                                                        entry(56, __VA_ARGS__) entry(57, __VA_ARGS__)        \
+                                                            entry(58, __VA_ARGS__) entry(59, __VA_ARGS__)    \
+                                                                entry(60, __VA_ARGS__)                       \
+                                                                    entry(61, __VA_ARGS__)                   \
+                                                                        entry(62, __VA_ARGS__)               \
+                                                                            entry(63, __VA_ARGS__)           \
+                                                                                entry(64, __VA_ARGS__)
+
+#define ZRF_FIXED_SIZE(N, family, suffix, Element)                                                           \
+    Status ZRF_CALL zrfg##family##_##N##_##suffix(const Element *src, Element *dst, int32_t flag);
+
+/* DFT and Hartley families: zrfg<family>_<N>_<suffix>(src, dst, flag) for N from 2 to 64, and the any-size
+ * entry zrfg<family>_<suffix>(src, dst, N, flag).
+ *
+ * DFTFwd_CToC   dst[k] = s * sum over j of src[j] exp(-2 pi i j k / N), k = 0..N-1
+ * DFTInv_CToC   dst[k] = s * sum over j of src[j] exp(+2 pi i j k / N), k = 0..N-1
+ *     src, dst: N complex elements each in natural order, at any byte address. They may be the same array or
+ *     overlap in any way. Arrays on 16-byte boundaries are fastest; the bits of the result are the same at
+ *     every alignment.
+ *
+ * Returns, tested in this order: zrfStatusSizeError if N is not in 2..64 (any-size entries only),
+ * zrfStatusNullPointer if src or dst is null, zrfStatusFlagError if flag is no scaling flag, else
+ * zrfStatusOk. NaN and infinity are no failure; they spread as the arithmetic spreads them. */
+#define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \
+    ZRF_FOR_EACH_LENGTH(ZRF_FIXED_SIZE, family, suffix, Element)                                             \
+    Status ZRF_CALL zrfg##family##_##suffix(const Element *src, Element *dst, int32_t N, int32_t flag);
+
+/* Not built yet. */
+#define ZRF_WHT_FAMILY(suffix, Element)
+#define ZRF_DCT4_FAMILY(suffix, Element)
+
+/* Identifies the library. The record and its texts are constant and live as long as the library is loaded. */
+typedef struct LibraryVersion {
+    int32_t majorVersion;
+    int32_t minorVersion;
+    int32_t patchVersion;
+    int32_t revision;          /* source revision of the build */
+    char targetCode[4];        /* the target's short code, filled up with zero bytes */
+    const char *libraryName;   /* library name and target */
+    const char *versionText;   /* "major.minor.patch (rrevision)" */
+    const char *buildDateText; /* date of the build */
+} LibraryVersion;
+
+/* Returns the version record: never null, the same address on every call. */
+#define ZRF_VERSION_QUERY(name) const LibraryVersion *ZRF_CALL name(void);
+
+#include "families.inc"
+
+#undef ZRF_FIXED_SIZE
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,86 @@
+// How kernels reach the caller's arrays: by bytes, since an array may start at any address.
+#pragma once
+
+#include <zrfgen/transforms.h>
+
+#include <cstdint>
+#include <cstring>
+#include <pmmintrin.h>
+
+namespace zrfgen {
+
+// Whether both arrays of a call lie on 16-byte boundaries.
+enum class Access { Aligned, Unaligned };
+
+constexpr int signBit = INT32_MIN;
+
+template <class Element> inline Element loadElement(const unsigned char *source) {
+    Element value;
+    std::memcpy(&value, source, sizeof value);
+    return value;
+}
+
+template <class Element> inline void storeElement(unsigned char *destination, Element value) {
+    std::memcpy(destination, &value, sizeof value);
+}
+
+// The element or pair of elements at `source` in the lower half of the vector, zero in the upper half.
+inline __m128d loadLowerDoubles(const unsigned char *source) {
+    return _mm_set_sd(loadElement<Float64>(source));
+}
+
+inline __m128 loadLowerFloats(const unsigned char *source) {
+    return _mm_castpd_ps(loadLowerDoubles(source));
+}
+
+inline __m128d loadHalvesDoubles(const unsigned char *lower, const unsigned char *upper) {
+    return _mm_setr_pd(loadElement<Float64>(lower), loadElement<Float64>(upper));
+}
+
+inline __m128 loadHalvesFloats(const unsigned char *lower, const unsigned char *upper) {
+    return _mm_castpd_ps(loadHalvesDoubles(lower, upper));
+}
+
+inline void storeLower(unsigned char *destination, __m128d value) {
+    storeElement(destination, _mm_cvtsd_f64(value));
+}
+
+inline void storeUpper(unsigned char *destination, __m128d value) {
+    storeElement(destination, _mm_cvtsd_f64(_mm_unpackhi_pd(value, value)));
+}
+
+inline void storeLower(unsigned char *destination, __m128 value) {
+    storeLower(destination, _mm_castps_pd(value));
+}
+
+inline void storeUpper(unsigned char *destination, __m128 value) {
+    storeUpper(destination, _mm_castps_pd(value));
+}
+
+// Whole vectors. Off the boundary, floats move 16 bytes at a time and doubles 8.
+template <Access access> inline __m128 loadFloats(const unsigned char *source) {
+    const auto *floats = reinterpret_cast<const float *>(source);
+    return access == Access::Aligned ? _mm_load_ps(floats) : _mm_loadu_ps(floats);
+}
+
+template <Access access> inline __m128d loadDoubles(const unsigned char *source) {
+    if constexpr (access == Access::Aligned)
+        return _mm_load_pd(reinterpret_cast<const double *>(source));
+    return loadHalvesDoubles(source, source + 8);
+}
+
+template <Access access> inline void storeVector(unsigned char *destination, __m128 value) {
+    auto *floats = reinterpret_cast<float *>(destination);
+    access == Access::Aligned ? _mm_store_ps(floats, value) : _mm_storeu_ps(floats, value);
+}
+
+template <Access access> inline void storeVector(unsigned char *destination, __m128d value) {
+    if constexpr (access == Access::Aligned) {
+        _mm_store_pd(reinterpret_cast<double *>(destination), value);
+    } else {
+        storeLower(destination, value);
+        storeUpper(destination + 8, value);
+    }
+}
+
+} // namespace zrfgen

@@ -1,0 +1,36 @@
+// The settled way in which a transform is made of smaller ones, as data.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zrfgen::gen {
+
+struct Decomposition {
+    enum class Method {
+        Butterfly,   // a block: 2 and 4 by additions, 3, 5 and 7 in the direct cosine-and-sine form
+        PrimeFactor, // two coprime factors, no twiddle between
+        CooleyTukey, // two factors, twiddles between
+        Rader,       // a prime p by a cyclic convolution of length p - 1: the transforms there and back
+    };
+    Method method;
+    int length;
+    std::vector<Decomposition> factors; // in the order of execution
+
+    // A bare number in a recipe is a butterfly of that length.
+    Decomposition(int length) : method(Method::Butterfly), length(length) {}
+    Decomposition(Method method, int length, std::vector<Decomposition> factors)
+        : method(method), length(length), factors(std::move(factors)) {}
+};
+
+// Prime-factor step: `first` runs first.
+Decomposition PF(Decomposition first, Decomposition second);
+// Cooley-Tukey step.
+Decomposition T(Decomposition first, Decomposition second);
+// Rader's convolution for the prime after the length of the two transforms.
+Decomposition rader(Decomposition there, Decomposition back);
+
+// "4 > (3 > 2) T": stages in the order of execution, T where twiddles stand between two factors.
+std::string describe(const Decomposition &decomposition);
+
+} // namespace zrfgen::gen

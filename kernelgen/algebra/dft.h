@@ -1,0 +1,184 @@
+// The discrete Fourier transform, written once over number models. All transforms are forward ones; what an
+// inverse kernel does differently is the number model's affair.
+//
+// A model's Value is what one arithmetic operation works on, a Column the inputs or outputs of one transform.
+// The columns of a stage are independent of one another, so a model may run several at a time.
+#pragma once
+
+#include "algebra/decomposition.h"
+#include "number/quad.h"
+
+#include <optional>
+#include <vector>
+
+namespace zrfgen::gen {
+
+template <class Model> using Rows = std::vector<typename Model::Value>;
+template <class Model> using Columns = std::vector<typename Model::Column>;
+
+// Blocks: X[k] = sum over j of x[j] exp(-2 pi i j k / n), n the number of rows.
+
+template <class Model> Rows<Model> twoPoint(Model &m, const Rows<Model> &x) {
+    return {m.add(x[0], x[1]), m.sub(x[0], x[1])};
+}
+
+template <class Model> Rows<Model> fourPoint(Model &m, const Rows<Model> &x) {
+    const auto u0 = m.add(x[0], x[2]), u1 = m.sub(x[0], x[2]);
+    const auto u2 = m.add(x[1], x[3]), u3 = m.quarterTurn(m.sub(x[1], x[3]));
+    return {m.add(u0, u2), m.add(u1, u3), m.sub(u0, u2), m.sub(u1, u3)};
+}
+
+// Odd lengths in the direct form: sums of x[j] and x[n-j] weighted by cosines, differences by sines.
+template <class Model> Rows<Model> oddPoint(Model &m, const Rows<Model> &x) {
+    const int n = static_cast<int>(x.size()), half = (n - 1) / 2;
+    Rows<Model> sums, differences;
+    for (int j = 1; j <= half; ++j) {
+        sums.push_back(m.add(x[j], x[n - j]));
+        differences.push_back(m.sub(x[j], x[n - j]));
+    }
+    Rows<Model> result(n);
+    result[0] = x[0];
+    for (const auto &sum : sums)
+        result[0] = m.add(result[0], sum);
+    for (int k = 1; k <= half; ++k) {
+        std::vector<typename Model::Term> cosines, sines;
+        for (int j = 1; j <= half; ++j) {
+            cosines.push_back({cosine({j * k, n}), sums[j - 1]});
+            sines.push_back({sine({j * k, n}), differences[j - 1]});
+        }
+        const auto even = m.weightedSum(x[0], cosines), odd = m.turnedSum(sines);
+        result[k] = m.add(even, odd);
+        result[n - k] = m.sub(even, odd);
+    }
+    return result;
+}
+
+template <class Model> Rows<Model> butterfly(Model &m, const Rows<Model> &x) {
+    return x.size() == 2 ? twoPoint(m, x) : x.size() == 4 ? fourPoint(m, x) : oddPoint(m, x);
+}
+
+// u + W u' and u - W u', W = exp(-2 pi i / 4), rotated by `plus` and `minus`. Where these two angles add up
+// to quarter turns, four products serve both: with P = c u - s u' and Q = s u + c u' the results are P + W Q
+// and P - W Q, up to quarter turns.
+template <class Model> std::pair<typename Model::Value, typename Model::Value>
+rotatedPair(Model &m, typename Model::Value u, typename Model::Value v, Turn plus, Turn minus) {
+    const auto turned = m.quarterTurn(v);
+    if (plus.isMultipleOf(4) || !(plus + minus).isMultipleOf(4))
+        return {m.rotate(m.add(u, turned), {plus}), m.rotate(m.sub(u, turned), {minus})};
+    const Quad c = cosine(plus), s = sine(plus);
+    const auto p = m.weightedSum({}, {{c, u}, {-s, v}});
+    const auto q = m.quarterTurn(m.weightedSum({}, {{s, u}, {c, v}}));
+    return {m.add(p, q), m.rotate(m.sub(p, q), {plus + minus})};
+}
+
+// The four-point block with output k rotated by angles[k], the rotation taken ahead of the last additions.
+template <class Model>
+Rows<Model> rotatedFourPoint(Model &m, const Rows<Model> &x, const std::vector<Turn> &angles) {
+    const auto u0 = m.add(x[0], x[2]), u1 = m.sub(x[0], x[2]);
+    const auto u2 = m.add(x[1], x[3]), u3 = m.sub(x[1], x[3]);
+    const auto [second, fourth] = rotatedPair(m, u1, u3, angles[1], angles[3]);
+    return {m.rotate(m.add(u0, u2), {angles[0]}), second, m.rotate(m.sub(u0, u2), {angles[2]}), fourth};
+}
+
+template <class Model>
+Columns<Model> transform(Model &m, const Decomposition &decomposition, const Columns<Model> &columns);
+
+// Good's mapping (I. J. Good, 1958): with a and b coprime, element j of residue class r modulo b is
+// x[(b j + a r') mod n] with a r' = r mod b, so class r carries no rotation; output k is the one with
+// k mod a = k1 and k mod b = k2.
+template <class Model>
+Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
+    const Decomposition &first = step.factors[0], &second = step.factors[1];
+    const int a = first.length, b = second.length, n = step.length;
+    const int count = static_cast<int>(columns.size());
+    Columns<Model> classes;
+    for (int r = 0; r < b; ++r)
+        for (const auto &x : columns) {
+            typename Model::Column members;
+            for (int j = 0; j < a; ++j)
+                members.push_back(x[(b * j + a * r) % n]);
+            classes.push_back(members);
+        }
+    classes = transform(m, first, classes);
+
+    Columns<Model> across(a * count);
+    for (int k1 = 0; k1 < a; ++k1)
+        for (int c = 0; c < count; ++c)
+            for (int r = 0; r < b; ++r)
+                across[k1 * count + c].push_back(classes[r * count + c][k1]);
+    across = transform(m, second, across);
+
+    Columns<Model> results(count, typename Model::Column(n));
+    for (int c = 0; c < count; ++c)
+        for (int k = 0; k < n; ++k)
+            results[c][k] = across[k % a * count + c][k % b];
+    return results;
+}
+
+// J. W. Cooley and J. W. Tukey, 1965: residue classes modulo b, rotation by exp(-2 pi i r k1 / n), transforms
+// across the classes.
+template <class Model>
+Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
+    const Decomposition &first = step.factors[0], &second = step.factors[1];
+    const int a = first.length, b = second.length, n = step.length;
+    const int count = static_cast<int>(columns.size());
+    const bool rotatesInside =
+        Model::rotatesInsideBlocks && first.method == Decomposition::Method::Butterfly && a == 4;
+
+    Columns<Model> classes;
+    for (int r = 0; r < b; ++r)
+        for (const auto &x : columns) {
+            typename Model::Column members;
+            for (int j = 0; j < a; ++j)
+                members.push_back(x[b * j + r]);
+            classes.push_back(members);
+        }
+    if (rotatesInside) {
+        classes = m.map(classes, [&](const Rows<Model> &x, typename Model::Group group) {
+            const int r = group.first / count;
+            return rotatedFourPoint(m, x, {{}, {r, n}, {2 * r, n}, {3 * r, n}});
+        });
+    } else {
+        classes = transform(m, first, classes);
+    }
+
+    // Row r of the second stage, all columns side by side.
+    Columns<Model> across(a * count);
+    for (int r = 0; r < b; ++r) {
+        Columns<Model> row;
+        for (int k1 = 0; k1 < a; ++k1)
+            for (int c = 0; c < count; ++c)
+                row.push_back({classes[r * count + c][k1]});
+        if (r > 0 && !rotatesInside) {
+            row = m.map(row, [&](const Rows<Model> &x, typename Model::Group group) {
+                std::vector<Turn> angles;
+                for (int column = group.first; column < group.first + group.count; ++column)
+                    angles.push_back({r * (column / count), n});
+                return Rows<Model>{m.rotate(x[0], angles)};
+            });
+        }
+        for (int column = 0; column < a * count; ++column)
+            across[column].push_back(row[column][0]);
+    }
+    across = transform(m, second, across);
+
+    Columns<Model> results(count, typename Model::Column(n));
+    for (int c = 0; c < count; ++c)
+        for (int k = 0; k < n; ++k)
+            results[c][k] = across[k % a * count + c][k / a];
+    return results;
+}
+
+template <class Model>
+Columns<Model> transform(Model &m, const Decomposition &decomposition, const Columns<Model> &columns) {
+    switch (decomposition.method) {
+    case Decomposition::Method::PrimeFactor:
+        return primeFactorStep(m, decomposition, columns);
+    case Decomposition::Method::CooleyTukey:
+        return cooleyTukeyStep(m, decomposition, columns);
+    default:
+        return m.map(columns, [&](const Rows<Model> &x, typename Model::Group) { return butterfly(m, x); });
+    }
+}
+
+} // namespace zrfgen::gen

@@ -1,0 +1,34 @@
+#include "algebra/real.h"
+
+namespace zrfgen::gen {
+
+Real RealArithmetic::sum(Real a, Real b) {
+    if (a.isNegative == b.isNegative)
+        return {graph.add(a.node, b.node), a.isNegative};
+    return a.isNegative ? Real{graph.sub(b.node, a.node)} : Real{graph.sub(a.node, b.node)};
+}
+
+Real RealArithmetic::weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms) {
+    const bool isWide = products == Products::Wide;
+    const Type productType = isWide ? Type{Element::Float64, valueType.lanes} : valueType;
+    const auto operand = [&](Real a) { return isWide ? Real{graph.widen(a.node), a.isNegative} : a; };
+
+    std::optional<Real> total;
+    if (base)
+        total = operand(*base);
+    for (const RealTerm &term : terms) {
+        const bool isNegative = term.factor < 0;
+        const NodeId magnitude = graph.broadcast(productType, isNegative ? -term.factor : term.factor);
+        Real product = scaled(operand(term.value), magnitude);
+        if (isNegative)
+            product = -product;
+        total = total ? sum(*total, product) : product;
+    }
+    return isWide ? Real{graph.narrow(total->node), total->isNegative} : *total;
+}
+
+NodeId RealArithmetic::resolved(Real a) {
+    return a.isNegative ? graph.flipSigns(a.node, graph.broadcast(valueType, -1)) : a.node;
+}
+
+} // namespace zrfgen::gen

@@ -1,0 +1,55 @@
+// Real arithmetic on graph nodes, the ground of all number models. Signs are carried beside the values and
+// end up in the choice of addition or subtraction, which changes no bit of a nonzero result.
+#pragma once
+
+#include "graph/graph.h"
+
+#include <optional>
+#include <vector>
+
+namespace zrfgen::gen {
+
+// The node's lanes, or their negatives.
+struct Real {
+    NodeId node = noNode;
+    bool isNegative = false;
+
+    Real operator-() const { return {node, !isNegative}; }
+};
+
+struct RealTerm {
+    Quad factor;
+    Real value;
+};
+
+// Where products by constants are computed.
+enum class Products {
+    Narrow, // in the element type
+    Wide,   // sums of products in Float64, narrowed once; plain additions stay Float32
+};
+
+class RealArithmetic {
+public:
+    RealArithmetic(Graph &graph, Type type, Products products)
+        : graph(graph), valueType(type), products(products) {}
+
+    Real add(Real a, Real b) { return sum(a, b); }
+    Real sub(Real a, Real b) { return sum(a, -b); }
+    // base + the sum of factor * value, added in the order given.
+    Real weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms);
+    // The product by a vector with a factor of its own for each lane.
+    Real scaled(Real a, NodeId factors) { return {graph.mul(a.node, factors), a.isNegative}; }
+    // A node that holds the value itself.
+    NodeId resolved(Real a);
+
+    Type type() const { return valueType; }
+
+private:
+    Real sum(Real a, Real b);
+
+    Graph &graph;
+    Type valueType;
+    Products products;
+};
+
+} // namespace zrfgen::gen

@@ -1,0 +1,157 @@
+#include "algebra/split_complex.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace zrfgen::gen {
+
+using Column = SplitComplex::Column;
+using Value = SplitComplex::Value;
+
+Column SplitComplex::input(int length) const {
+    Column column;
+    for (int j = 0; j < length; ++j)
+        column.push_back({{noNode, 2 * j}, {noNode, 2 * j + 1}});
+    return column;
+}
+
+Real SplitComplex::gathered(const std::vector<Slot> &slots) {
+    const Type type = real.type();
+    if (slots[0].node == noNode) {
+        std::vector<int> forward(type.lanes, idle), exchanged(type.lanes, idle);
+        for (std::size_t lane = 0; lane < slots.size(); ++lane) {
+            forward[lane] = slots[lane].lane;
+            exchanged[lane] = slots[lane].lane ^ 1;
+        }
+        const NodeId loaded = graph.load(type, forward);
+        return {inverse == InverseBy::Exchange ? graph.byDirection(loaded, graph.load(type, exchanged))
+                                               : loaded};
+    }
+    std::vector<NodeId> sources;
+    std::vector<int> picks(type.lanes, idle);
+    std::vector<Quad> signs(type.lanes, 1);
+    bool sameSign = true;
+    for (std::size_t lane = 0; lane < slots.size(); ++lane) {
+        picks[lane] = static_cast<int>(sources.size()) * type.lanes + slots[lane].lane;
+        sources.push_back(slots[lane].node);
+        signs[lane] = slots[lane].isNegative ? -1 : 1;
+        sameSign = sameSign && slots[lane].isNegative == slots[0].isNegative;
+    }
+    const NodeId node = graph.gather(sources, picks);
+    if (sameSign)
+        return {node, slots[0].isNegative};
+    return {graph.flipSigns(node, graph.constant(type, signs))};
+}
+
+Value SplitComplex::gathered(const Column &elements) {
+    std::vector<Slot> re, im;
+    for (const Element &element : elements) {
+        re.push_back(element.re);
+        im.push_back(element.im);
+    }
+    return {gathered(re), gathered(im)};
+}
+
+Value SplitComplex::gathered(const std::vector<Column> &columns, Group group, std::size_t row) {
+    Column elements;
+    for (int lane = 0; lane < group.count; ++lane)
+        elements.push_back(columns[group.first + lane][row]);
+    return gathered(elements);
+}
+
+Value SplitComplex::alone(const Element &element, int lane) {
+    const int lanes = real.type().lanes;
+    const NodeId zero = graph.broadcast(real.type(), 0);
+    const Value value = gathered(Column{element});
+    std::vector<int> picks(lanes);
+    for (int other = 0; other < lanes; ++other)
+        picks[other] = lanes + other;
+    picks[lane] = 0;
+    return {{graph.gather({value.re.node, zero}, picks), value.re.isNegative},
+            {graph.gather({value.im.node, zero}, picks), value.im.isNegative}};
+}
+
+Value SplitComplex::weightedSum(std::optional<Value> base, const std::vector<Term> &terms) {
+    std::vector<RealTerm> re, im;
+    for (const Term &term : terms) {
+        re.push_back({term.factor, term.value.re});
+        im.push_back({term.factor, term.value.im});
+    }
+    if (!base)
+        return {real.weightedSum({}, re), real.weightedSum({}, im)};
+    return {real.weightedSum(base->re, re), real.weightedSum(base->im, im)};
+}
+
+Value SplitComplex::rotate(Value a, const std::vector<Turn> &angles) {
+    const Turn angle = angles[0];
+    const bool isUniform =
+        std::all_of(angles.begin(), angles.end(), [&](Turn other) { return other == angle; });
+    if (isUniform && angle.isMultipleOf(4)) {
+        for (long quarter = 0; quarter < 4 * angle.numerator / angle.denominator; ++quarter)
+            a = quarterTurn(a);
+        return a;
+    }
+    if (isUniform && angle.isMultipleOf(8)) {
+        for (long quarter = 0; quarter < angle.numerator / 2; ++quarter)
+            a = quarterTurn(a);
+        const NodeId h = graph.broadcast(real.type(), cosine({1, 8}));
+        const Value turned = add(a, quarterTurn(a));
+        return {real.scaled(turned.re, h), real.scaled(turned.im, h)};
+    }
+    std::vector<Quad> re, im;
+    for (int lane = 0; lane < real.type().lanes; ++lane) {
+        const Turn own = lane < static_cast<int>(angles.size()) ? angles[lane] : angle;
+        re.push_back(cosine(own));
+        im.push_back(0 - sine(own)); // +0 where the sine is 0
+    }
+    return multiply(a, graph.constant(real.type(), re), graph.constant(real.type(), im));
+}
+
+Value SplitComplex::multiply(Value a, NodeId re, NodeId im) {
+    return {real.sub(real.scaled(a.re, re), real.scaled(a.im, im)),
+            real.add(real.scaled(a.re, im), real.scaled(a.im, re))};
+}
+
+void SplitComplex::output(const Column &column) {
+    const Type type = real.type();
+    const NodeId scale = graph.scale(type);
+    const int length = static_cast<int>(column.size());
+    // The two parts in the order in which the direction writes them.
+    const auto parts = [&](const Element &element) {
+        const NodeId re = real.resolved({element.re.node, element.re.isNegative});
+        const NodeId im = real.resolved({element.im.node, element.im.isNegative});
+        if (inverse == InverseBy::Constants)
+            return std::pair{re, im};
+        return std::pair{graph.byDirection(re, im), graph.byDirection(im, re)};
+    };
+    if (type.lanes == 1) {
+        for (int k = 0; k < length; ++k) {
+            const auto [first, second] = parts(column[k]);
+            graph.store(graph.mul(first, scale), {2 * k});
+            graph.store(graph.mul(second, scale), {2 * k + 1});
+        }
+        return;
+    }
+    // Neighbouring lanes of a vector pair fill one interleaved vector: that many complex numbers fit.
+    const int perVector = type.lanes / 2;
+    std::map<std::tuple<NodeId, NodeId, int>, std::vector<int>> vectors;
+    for (int k = 0; k < length; ++k) {
+        const Element &element = column[k];
+        vectors[{element.re.node, element.im.node, element.re.lane / perVector}].push_back(k);
+    }
+    for (const auto &[place, indices] : vectors) {
+        const auto [first, second] = parts(column[indices[0]]);
+        std::vector<int> picks(type.lanes, idle), offsets(type.lanes, idle);
+        for (std::size_t i = 0; i < indices.size(); ++i) {
+            const int lane = column[indices[i]].re.lane;
+            picks[2 * i] = lane;
+            picks[2 * i + 1] = type.lanes + lane;
+            offsets[2 * i] = 2 * indices[i];
+            offsets[2 * i + 1] = 2 * indices[i] + 1;
+        }
+        graph.store(graph.mul(graph.gather({first, second}, picks), scale), offsets);
+    }
+}
+
+} // namespace zrfgen::gen

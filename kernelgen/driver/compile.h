@@ -1,0 +1,21 @@
+// All layers in a row: from a kernel's definition to its text.
+#pragma once
+
+#include "driver/family.h"
+#include "schedule/schedule.h"
+
+namespace zrfgen::gen {
+
+struct CompiledKernel {
+    Graph algebra; // as the recipe built it
+    Graph graph;   // in the target's own moves and shuffles
+    Schedule schedule;
+    std::string body;
+};
+
+CompiledKernel compile(const KernelDefinition &definition, const Target &target);
+
+// The complete generated file, headed by the kernel's card.
+std::string sourceFile(const KernelDefinition &definition, const Target &target);
+
+} // namespace zrfgen::gen

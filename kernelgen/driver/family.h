@@ -1,0 +1,34 @@
+// What a family of transforms gives to the driver: its kernels and the files around them.
+#pragma once
+
+#include "graph/graph.h"
+#include "target.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zrfgen::gen {
+
+// One kernel text and the exports that it serves.
+struct KernelDefinition {
+    std::vector<std::string> exports; // the forward one, then the inverse one
+    std::string file;
+    std::string decomposition;
+    int elements; // real elements of the source, and as many of the destination
+    std::function<Graph(const Target &)> build;
+    // The complete text around a body.
+    std::function<std::string(const Graph &, const std::string &)> wrap;
+};
+
+struct GeneratedFile {
+    std::string name, text;
+};
+
+struct Family {
+    std::vector<KernelDefinition> kernels;
+    std::vector<std::string> otherExports; // written by hand
+    std::vector<GeneratedFile> files;
+};
+
+} // namespace zrfgen::gen

@@ -1,0 +1,27 @@
+// What a kernel costs, in instructions on one path of one call.
+#pragma once
+
+#include "graph/graph.h"
+
+#include <set>
+
+namespace zrfgen::gen {
+
+struct Counts {
+    int additions = 0, subtractions = 0, multiplications = 0; // the scale step included
+    int signFlips = 0, conversions = 0, shuffles = 0;
+    int loads = 0, stores = 0; // of the caller's arrays
+
+    int sums() const { return additions + subtractions; }
+};
+
+// The graph must have been lowered to the target's own shuffles and moves.
+Counts count(const Graph &graph);
+
+// The distinct absolute values among the constants, 0 and 1 left out, as rounded to their element type.
+std::set<double> constantCensus(const Graph &graph);
+
+// How many moves a load or store of these elements takes: one for a run of neighbours, else one per half.
+int moves(const std::vector<int> &elements);
+
+} // namespace zrfgen::gen

@@ -1,0 +1,108 @@
+#include "graph/graph.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zrfgen::gen {
+
+NodeId Graph::intern(Node node) {
+    const auto [position, isNew] = known.try_emplace(std::move(node), size());
+    if (isNew)
+        nodes.push_back(position->first);
+    return position->second;
+}
+
+NodeId Graph::load(Type type, std::vector<int> elements) {
+    return intern({Op::Load, type, {}, std::move(elements), {}});
+}
+
+NodeId Graph::constant(Type type, std::vector<Quad> lanes) {
+    return intern({Op::Constant, type, {}, {}, std::move(lanes)});
+}
+
+NodeId Graph::broadcast(Type type, Quad value) {
+    return constant(type, std::vector<Quad>(type.lanes, value));
+}
+
+NodeId Graph::scale(Type type) {
+    return intern({Op::Scale, type, {}, {}, {}});
+}
+
+NodeId Graph::binary(Op op, NodeId a, NodeId b) {
+    if (op != Op::Sub && a > b)
+        std::swap(a, b);
+    return intern({op, nodes[a].type, {a, b}, {}, {}});
+}
+
+NodeId Graph::add(NodeId a, NodeId b) {
+    return binary(Op::Add, a, b);
+}
+
+NodeId Graph::sub(NodeId a, NodeId b) {
+    return binary(Op::Sub, a, b);
+}
+
+NodeId Graph::mul(NodeId a, NodeId b) {
+    return binary(Op::Mul, a, b);
+}
+
+NodeId Graph::flipSigns(NodeId a, NodeId signs) {
+    return intern({Op::FlipSigns, nodes[a].type, {a, signs}, {}, {}});
+}
+
+NodeId Graph::widen(NodeId a) {
+    return intern({Op::Widen, {Element::Float64, nodes[a].type.lanes}, {a}, {}, {}});
+}
+
+NodeId Graph::narrow(NodeId a) {
+    return intern({Op::Narrow, {Element::Float32, nodes[a].type.lanes}, {a}, {}, {}});
+}
+
+NodeId Graph::gather(std::vector<NodeId> sources, std::vector<int> picks) {
+    const int lanes = static_cast<int>(picks.size());
+    // Number the sources in the order in which the lanes first name them, each once.
+    std::vector<NodeId> used;
+    for (int &pick : picks) {
+        if (pick == idle)
+            continue;
+        const NodeId source = sources[pick / lanes];
+        const auto place = std::find(used.begin(), used.end(), source);
+        pick = static_cast<int>(place - used.begin()) * lanes + pick % lanes;
+        if (place == used.end())
+            used.push_back(source);
+    }
+    const auto stays = [&](int lane) { return picks[lane] == idle || picks[lane] == lane; };
+    bool isIdentity = true;
+    for (int lane = 0; lane < lanes; ++lane)
+        isIdentity = isIdentity && stays(lane);
+    if (isIdentity)
+        return used[0];
+    return intern({Op::Gather, nodes[used[0]].type, std::move(used), std::move(picks), {}});
+}
+
+NodeId Graph::byDirection(NodeId forward, NodeId inverse) {
+    if (forward == inverse)
+        return forward;
+    return intern({Op::ByDirection, nodes[forward].type, {forward, inverse}, {}, {}});
+}
+
+void Graph::store(NodeId value, std::vector<int> offsets) {
+    storeList.push_back({value, std::move(offsets)});
+}
+
+std::vector<NodeId> liveNodes(const Graph &graph) {
+    std::vector<bool> isLive(graph.size());
+    for (const Store &store : graph.stores())
+        isLive[store.value] = true;
+    for (NodeId id = graph.size() - 1; id >= 0; --id)
+        if (isLive[id])
+            for (const NodeId operand : graph[id].operands)
+                isLive[operand] = true;
+    std::vector<NodeId> live;
+    for (NodeId id = 0; id < graph.size(); ++id)
+        if (isLive[id])
+            live.push_back(id);
+    return live;
+}
+
+} // namespace zrfgen::gen
