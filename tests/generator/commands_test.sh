@@ -1,0 +1,26 @@
+#!/bin/sh
+# The kernelgen command line: each bad line is refused with one clear message and a failing status.
+kernelgen=$1
+failures=0
+
+expect() { # expect STATUS PATTERN ARGUMENTS...
+    status=$1 pattern=$2
+    shift 2
+    output=$("$kernelgen" "$@" 2>&1)
+    if [ $? -ne "$status" ] || ! printf '%s\n' "$output" | grep -q "$pattern"; then
+        printf 'kernelgen %s: expected status %s and "%s", got: %s\n' "$*" "$status" "$pattern" "$output"
+        failures=$((failures + 1))
+    fi
+}
+
+expect 0 '22 additions (.*8 multiplications' explain zrfgDFTFwd_CToC_8_32fc
+expect 0 '^decomposition  4 > 2 T$' explain zrfgDFTInv_CToC_8_64fc
+expect 0 'store' dump schedule zrfgDFTFwd_CToC_2_64fc
+expect 0 '^zrfgenGetLibVersion$' exports built
+expect 1 'is no export' explain zrfgDFTFwd_CToC_65_32fc
+expect 1 'has no generated kernel' explain zrfgenGetLibVersion
+expect 1 "no layer 'soup'" dump soup zrfgDFTFwd_CToC_2_64fc
+expect 1 '^usage: ' explain
+expect 1 '^usage: ' bake
+expect 1 '^usage: '
+[ "$failures" -eq 0 ]
