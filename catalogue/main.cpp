@@ -5,6 +5,6 @@
 
 int main(int argc, char **argv) {
     using namespace zrfgen::gen;
-    const Family frame{.kernels = {}, .otherExports = {"zrfgenGetLibVersion"}, .files = {}};
+    const Family frame{.kernels = {}, .otherExports = {"zrfgenGetLibVersion"}};
     return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily()}, exportNames());
 }

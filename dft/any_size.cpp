@@ -1,8 +1,6 @@
 // The any-size entries: a jump on the length to the kernel of that length, which makes every other check.
 #include "entry.h"
 
-#include "dft_lengths.h" // ZRF_FOR_EACH_DFT_LENGTH: the lengths that have a kernel
-
 #define KERNEL(N, name, suffix) ZRF_BODY(name##_##N##_##suffix)
 
 #define DECLARE(N, name, suffix, Element)                                                                    \
@@ -13,9 +11,9 @@
         return KERNEL(N, name, suffix)(src, dst, flag);
 
 #define ANY_SIZE(name, suffix, Element)                                                                      \
-    ZRF_FOR_EACH_DFT_LENGTH(DECLARE, name, suffix, Element)                                                  \
+    ZRF_FOR_EACH_LENGTH(DECLARE, name, suffix, Element)                                                  \
     Status ZRF_CALL ZRF_BODY(name##_##suffix)(const Element *src, Element *dst, int32_t N, int32_t flag) {   \
-        switch (N) { ZRF_FOR_EACH_DFT_LENGTH(CASE, name, suffix) }                                           \
+        switch (N) { ZRF_FOR_EACH_LENGTH(CASE, name, suffix) }                                           \
         return zrfStatusSizeError;                                                                           \
     }
 

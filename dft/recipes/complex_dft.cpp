@@ -1,5 +1,6 @@
 #include "recipes/complex_dft.h"
 
+#include "algebra/bluestein.h"
 #include "algebra/dft.h"
 #include "algebra/interleaved_complex.h"
 #include "algebra/rader.h"
@@ -13,14 +14,16 @@ namespace {
 
 void buildSplit(Graph &graph, const LengthRecipe &recipe, const Target &target) {
     const Decomposition &decomposition = recipe.complex32;
-    const bool isRader = decomposition.method == Decomposition::Method::Rader;
+    const bool isRader = decomposition.method == Decomposition::Method::ComplexRader;
+    const bool isBluestein = decomposition.method == Decomposition::Method::Bluestein;
     const Type type =
         recipe.form == Form::SplitLanes ? target.vector(Element::Float32) : Type{Element::Float32, 1};
     SplitComplex model(graph, type, recipe.form == Form::WideScalar ? Products::Wide : Products::Narrow,
-                       isRader ? InverseBy::Constants : InverseBy::Exchange);
+                       isRader || isBluestein ? InverseBy::Constants : InverseBy::Exchange);
     const auto x = model.input(recipe.length);
-    model.output(isRader ? raderInComplexLanes(model, decomposition, x)
-                         : transform(model, decomposition, Columns<SplitComplex>{x})[0]);
+    model.output(isRader       ? raderInComplexLanes(model, decomposition, x)
+                 : isBluestein ? bluesteinTransform(model, decomposition, x)
+                               : transform(model, decomposition, Columns<SplitComplex>{x})[0]);
 }
 
 void buildInterleaved(Graph &graph, const LengthRecipe &recipe) {
@@ -64,7 +67,7 @@ std::string wrapped(int length, Element element, const Graph &graph, const std::
 } // namespace
 
 Graph complexDft(int length, Element element, const Target &target) {
-    const LengthRecipe &recipe = *lengthRecipe(length);
+    const LengthRecipe &recipe = lengthRecipe(length);
     Graph graph;
     if (element == Element::Float32)
         buildSplit(graph, recipe, target);
@@ -75,23 +78,13 @@ Graph complexDft(int length, Element element, const Target &target) {
 
 Family complexDftFamily() {
     Family family;
-    std::string lengths = "#define ZRF_FOR_EACH_DFT_LENGTH(entry, ...)";
     for (int length = shortestLength; length <= longestLength; ++length) {
-        const LengthRecipe *recipe = lengthRecipe(length);
-        if (recipe != nullptr)
-            lengths += " entry(" + std::to_string(length) + ", __VA_ARGS__)";
         for (const Element element : {Element::Float32, Element::Float64}) {
-            const std::string file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp";
-            if (recipe == nullptr) {
-                family.files.push_back({file, "// No recipe yet.\n"});
-                continue;
-            }
-            const Decomposition &decomposition =
-                element == Element::Float32 ? recipe->complex32 : recipe->complex64;
+            const LengthRecipe &recipe = lengthRecipe(length);
             family.kernels.push_back({
                 .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
-                .file = file,
-                .decomposition = describe(decomposition),
+                .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
+                .decomposition = describe(element == Element::Float32 ? recipe.complex32 : recipe.complex64),
                 .elements = 2 * length,
                 .build = [=](const Target &target) { return complexDft(length, element, target); },
                 .wrap = [=](const Graph &graph,
@@ -99,10 +92,8 @@ Family complexDftFamily() {
             });
         }
     }
-    for (const char *name :
-         {"zrfgDFTFwd_CToC_32fc", "zrfgDFTFwd_CToC_64fc", "zrfgDFTInv_CToC_32fc", "zrfgDFTInv_CToC_64fc"})
-        family.otherExports.push_back(name);
-    family.files.push_back({"dft_lengths.h", lengths + "\n"});
+    family.otherExports = {"zrfgDFTFwd_CToC_32fc", "zrfgDFTFwd_CToC_64fc", "zrfgDFTInv_CToC_32fc",
+                           "zrfgDFTInv_CToC_64fc"};
     return family;
 }
 

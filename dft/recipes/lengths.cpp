@@ -1,5 +1,7 @@
 #include "recipes/lengths.h"
 
+#include <iterator>
+
 namespace zrfgen::gen {
 
 namespace {
@@ -7,27 +9,109 @@ namespace {
 using enum Form;
 
 // clang-format off
+
+// Prime blocks in real lanes, by the transform of length p - 1: real forward, and back through the transpose.
+Decomposition H(Decomposition both) { return realRader(both, both); }
+Decomposition p11() { return H(PF(5, 2)); }
+Decomposition p13() { return H(PF(3, 4)); }
+Decomposition p17() { return H(T(4, 4)); }
+Decomposition p19() { return H(PF(2, T(3, 3))); }
+Decomposition p23() { return realRader(PF(2, 11), PF(2, p11())); }
+Decomposition p29() { return H(PF(4, 7)); }
+Decomposition p31() { return H(PF(PF(3, 5), 2)); }
+Decomposition p37() { return H(PF(4, T(3, 3))); }
+Decomposition p41() { return H(PF(5, T(4, 2))); }
+Decomposition p43() { return H(PF(PF(2, 7), 3)); }
+Decomposition p47() { return H(PF(p23(), 2)); }
+Decomposition p53() { return H(PF(p13(), 4)); }
+Decomposition p59() { return H(PF(p29(), 2)); }
+Decomposition p61() { return H(PF(PF(3, 4), 5)); }
+
+// Prime kernels in complex lanes. The transform back takes its steps in the opposite order where that costs
+// nothing: its first columns are then those that the way there left in the lanes.
+Decomposition R(Decomposition there, Decomposition back) { return complexRader(there, back); }
+
+// Bluestein's chirps over a transform of a longer length.
+Decomposition B(int length, Decomposition longer) { return bluestein(length, longer, longer); }
+
+// The block of 7 in the convolution form in the first column, in the direct form in the others.
+Decomposition mixed7() { return firstThenOthers(H(PF(2, 3)), 7); }
+
+Decomposition s5() { return sumDifference5(); }
+
 const LengthRecipe table[] = {
-    // N  form        Complex32                   Complex64
-    { 2, Scalar,      2,                          2},
-    { 3, WideScalar,  3,                          3},
-    { 4, Scalar,      4,                          4},
-    { 5, WideScalar,  5,                          5},
-    { 6, SplitLanes,  PF(2, 3),                   PF(2, 3)},
-    { 7, SplitLanes,  rader(PF(2, 3), PF(3, 2)),  7},
-    { 8, SplitLanes,  T(4, 2),                    T(4, 2)},
-    { 9, SplitLanes,  T(3, 3),                    T(3, 3)},
-    {16, SplitLanes,  T(4, 4),                    T(4, 4)},
+    // N  form        Complex32                            Complex64
+    { 2, Scalar,     2,                                   2},
+    { 3, WideScalar, 3,                                   3},
+    { 4, Scalar,     4,                                   4},
+    { 5, WideScalar, 5,                                   5},
+    { 6, SplitLanes, PF(2, 3),                            PF(2, 3)},
+    { 7, SplitLanes, R(PF(2, 3), PF(3, 2)),               7},
+    { 8, SplitLanes, T(4, 2),                             T(4, 2)},
+    { 9, SplitLanes, T(3, 3),                             T(3, 3)},
+    {10, SplitLanes, PF(5, 2),                            PF(s5(), 2)},
+    {11, SplitLanes, R(PF(5, 2), PF(2, 5)),               11},
+    {12, SplitLanes, PF(4, 3),                            PF(3, 4)},
+    {13, SplitLanes, R(PF(4, 3), PF(3, 4)),               p13()},
+    {14, SplitLanes, PF(2, 7),                            PF(2, 7)},
+    {15, SplitLanes, PF(5, 3),                            PF(5, 3)},
+    {16, SplitLanes, T(4, 4),                             T(4, 4)},
+    {17, SplitLanes, R(T(4, 4), T(4, 4)),                 p17()},
+    {18, SplitLanes, T(PF(3, 2), 3),                      PF(T(3, 3), 2)},
+    {19, SplitLanes, R(T(PF(3, 2), 3), T(PF(3, 2), 3)),   p19()},
+    {20, SplitLanes, PF(4, 5),                            PF(5, 4)},
+    {21, SplitLanes, PF(7, 3),                            PF(7, 3)},
+    {22, SplitLanes, PF(2, 11),                           PF(11, 2)},
+    {23, SplitLanes, R(PF(2, 11), PF(11, 2)),             p23()},
+    {24, SplitLanes, T(4, PF(3, 2)),                      PF(T(4, 2), 3)},
+    {25, SplitLanes, T(5, 5),                             T(5, 5)},
+    {26, SplitLanes, PF(p13(), 2),                        PF(p13(), 2)},
+    {27, SplitLanes, T(T(3, 3), 3),                       T(3, T(3, 3))},
+    {28, SplitLanes, PF(4, 7),                            PF(4, 7)},
+    {29, SplitLanes, R(PF(4, 7), PF(7, 4)),               p29()},
+    {30, SplitLanes, PF(PF(5, 2), 3),                     PF(PF(2, 5), 3)},
+    {31, SplitLanes, R(PF(PF(5, 2), 3), PF(PF(5, 2), 3)), p31()},
+    {32, SplitLanes, T(4, T(4, 2)),                       T(T(4, 2), 4)},
+    {33, SplitLanes, PF(11, 3),                           PF(11, 3)},
+    {34, SplitLanes, PF(2, p17()),                        PF(2, p17())},
+    {35, SplitLanes, PF(5, 7),                            PF(s5(), mixed7())},
+    {36, SplitLanes, PF(4, T(3, 3)),                      PF(4, T(3, 3))},
+    {37, SplitLanes, R(PF(4, T(3, 3)), PF(T(3, 3), 4)),   p37()},
+    {38, SplitLanes, PF(2, p19()),                        PF(2, p19())},
+    {39, SplitLanes, PF(p13(), 3),                        PF(p13(), 3)},
+    {40, SplitLanes, T(PF(5, 2), 4),                      PF(T(4, 2), 5)},
+    {41, SplitLanes, R(T(PF(5, 2), 4), T(4, PF(5, 2))),   p41()},
+    {42, SplitLanes, PF(PF(7, 2), 3),                     PF(PF(2, 7), 3)},
+    {43, SplitLanes, R(PF(PF(7, 2), 3), PF(PF(7, 2), 3)), p43()},
+    {44, SplitLanes, PF(4, 11),                           PF(4, 11)},
+    {45, SplitLanes, T(PF(5, 3), 3),                      PF(5, T(3, 3))},
+    {46, SplitLanes, PF(p23(), 2),                        PF(p23(), 2)},
+    {47, SplitLanes, B(47, T(PF(3, T(4, 2)), 4)),         p47()},
+    {48, SplitLanes, T(4, PF(3, 4)),                      PF(T(4, 4), 3)},
+    {49, SplitLanes, T(7, 7),                             T(7, 7)},
+    {50, SplitLanes, T(PF(5, 2), 5),                      PF(T(s5(), s5()), 2)},
+    {51, SplitLanes, PF(p17(), 3),                        PF(p17(), 3)},
+    {52, SplitLanes, PF(4, p13()),                        PF(p13(), 4)},
+    {53, SplitLanes, R(PF(4, p13()), PF(p13(), 4)),       p53()},
+    {54, SplitLanes, PF(2, T(T(3, 3), 3)),                PF(2, T(3, T(3, 3)))},
+    {55, SplitLanes, PF(5, 11),                           PF(11, 5)},
+    {56, SplitLanes, T(PF(7, 2), 4),                      PF(7, T(4, 2))},
+    {57, SplitLanes, PF(p19(), 3),                        PF(p19(), 3)},
+    {58, SplitLanes, PF(2, p29()),                        PF(p29(), 2)},
+    {59, SplitLanes, B(59, T(T(4, 4), T(4, 2))),          p59()},
+    {60, SplitLanes, T(4, PF(5, 3)),                      PF(PF(3, s5()), 4)},
+    {61, SplitLanes, R(T(4, PF(5, 3)), T(4, PF(5, 3))),   p61()},
+    {62, SplitLanes, PF(p31(), 2),                        PF(p31(), 2)},
+    {63, SplitLanes, PF(T(3, 3), 7),                      PF(7, T(3, 3))},
+    {64, SplitLanes, T(T(4, 2), T(4, 2)),                 T(T(4, 4), 4)},
 };
 // clang-format on
+static_assert(std::size(table) == longestLength - shortestLength + 1);
 
 } // namespace
 
-const LengthRecipe *lengthRecipe(int length) {
-    for (const LengthRecipe &row : table)
-        if (row.length == length)
-            return &row;
-    return nullptr;
+const LengthRecipe &lengthRecipe(int length) {
+    return table[length - shortestLength];
 }
 
 } // namespace zrfgen::gen

@@ -21,7 +21,6 @@ struct LengthRecipe {
 
 inline constexpr int shortestLength = 2, longestLength = 64;
 
-// Null for a length that has no recipe yet.
-const LengthRecipe *lengthRecipe(int length);
+const LengthRecipe &lengthRecipe(int length);
 
 } // namespace zrfgen::gen

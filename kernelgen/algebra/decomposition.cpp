@@ -4,6 +4,14 @@ namespace zrfgen::gen {
 
 using Method = Decomposition::Method;
 
+Decomposition sumDifference5() {
+    return {Method::SumDifference, 5, {}};
+}
+
+Decomposition firstThenOthers(Decomposition first, Decomposition others) {
+    return {Method::FirstThenOthers, first.length, {first, others}};
+}
+
 Decomposition PF(Decomposition first, Decomposition second) {
     return {Method::PrimeFactor, first.length * second.length, {first, second}};
 }
@@ -12,21 +20,30 @@ Decomposition T(Decomposition first, Decomposition second) {
     return {Method::CooleyTukey, first.length * second.length, {first, second}};
 }
 
-Decomposition rader(Decomposition there, Decomposition back) {
-    return {Method::Rader, there.length + 1, {there, back}};
+Decomposition complexRader(Decomposition there, Decomposition back) {
+    return {Method::ComplexRader, there.length + 1, {there, back}};
+}
+
+Decomposition realRader(Decomposition there, Decomposition back) {
+    return {Method::RealRader, there.length + 1, {there, back}};
+}
+
+Decomposition bluestein(int length, Decomposition there, Decomposition back) {
+    return {Method::Bluestein, length, {there, back}};
 }
 
 std::string describe(const Decomposition &decomposition) {
-    if (decomposition.method == Method::Butterfly)
+    const auto isStep = [](const Decomposition &part) {
+        return part.method == Method::PrimeFactor || part.method == Method::CooleyTukey;
+    };
+    if (!isStep(decomposition))
         return std::to_string(decomposition.length);
-    const auto factor = [](const Decomposition &part) {
-        return part.method == Method::Butterfly ? describe(part) : "(" + describe(part) + ")";
+    const auto factor = [&](const Decomposition &part) {
+        return isStep(part) ? "(" + describe(part) + ")" : describe(part);
     };
     const std::string stages = factor(decomposition.factors[0]) + " > " + factor(decomposition.factors[1]);
     if (decomposition.method == Method::CooleyTukey)
         return stages + " T";
-    if (decomposition.method == Method::Rader)
-        return "Rader " + std::to_string(decomposition.length) + ": " + stages;
     return stages;
 }
 

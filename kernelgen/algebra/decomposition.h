@@ -8,10 +8,15 @@ namespace zrfgen::gen {
 
 struct Decomposition {
     enum class Method {
-        Butterfly,   // a block: 2 and 4 by additions, 3, 5 and 7 in the direct cosine-and-sine form
-        PrimeFactor, // two coprime factors, no twiddle between
-        CooleyTukey, // two factors, twiddles between
-        Rader,       // a prime p by a cyclic convolution of length p - 1: the transforms there and back
+        Butterfly,       // a block: 2 and 4 by additions, odd lengths in the direct cosine-and-sine form
+        SumDifference,   // the block of 5 with two products fewer
+        FirstThenOthers, // a block whose first column takes one form and whose others take another
+        PrimeFactor,     // two coprime factors, no twiddle between
+        CooleyTukey,     // two factors, twiddles between
+        ComplexRader, // a prime p by a cyclic convolution of length p - 1, with complex transforms there and
+                      // back
+        RealRader,    // the same with real transforms
+        Bluestein,    // any length by a convolution of a longer one, with chirps
     };
     Method method;
     int length;
@@ -23,12 +28,17 @@ struct Decomposition {
         : method(method), length(length), factors(std::move(factors)) {}
 };
 
+Decomposition sumDifference5();
+Decomposition firstThenOthers(Decomposition first, Decomposition others);
 // Prime-factor step: `first` runs first.
 Decomposition PF(Decomposition first, Decomposition second);
 // Cooley-Tukey step.
 Decomposition T(Decomposition first, Decomposition second);
-// Rader's convolution for the prime after the length of the two transforms.
-Decomposition rader(Decomposition there, Decomposition back);
+// Rader's convolution for the prime after the length of the two transforms. A real one goes back through the
+// transpose of `back`.
+Decomposition complexRader(Decomposition there, Decomposition back);
+Decomposition realRader(Decomposition there, Decomposition back);
+Decomposition bluestein(int length, Decomposition there, Decomposition back);
 
 // "4 > (3 > 2) T": stages in the order of execution, T where twiddles stand between two factors.
 std::string describe(const Decomposition &decomposition);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "algebra/decomposition.h"
+#include "algebra/rader.h"
 #include "number/quad.h"
 
 #include <optional>
@@ -53,7 +54,23 @@ template <class Model> Rows<Model> oddPoint(Model &m, const Rows<Model> &x) {
     return result;
 }
 
-template <class Model> Rows<Model> butterfly(Model &m, const Rows<Model> &x) {
+// The five-point block with the cosines' sum and difference, -1/4 and sqrt(5)/4, in the place of the cosines:
+// two products fewer, as many additions, a longer way.
+template <class Model> Rows<Model> sumDifferenceFivePoint(Model &m, const Rows<Model> &x) {
+    const auto a = m.add(x[1], x[4]), b = m.add(x[2], x[3]);
+    const auto d = m.sub(x[1], x[4]), e = m.sub(x[2], x[3]);
+    const auto t = m.add(a, b);
+    const auto mean = m.weightedSum(x[0], {{Quad(-1) / 4, t}});
+    const auto difference = m.weightedSum({}, {{squareRoot(5) / 4, m.sub(a, b)}});
+    const auto m1 = m.add(mean, difference), m2 = m.sub(mean, difference);
+    const Quad s1 = sine({1, 5}), s2 = sine({2, 5});
+    const auto n1 = m.turnedSum({{s1, d}, {s2, e}}), n2 = m.turnedSum({{s2, d}, {-s1, e}});
+    return {m.add(x[0], t), m.add(m1, n1), m.add(m2, n2), m.sub(m2, n2), m.sub(m1, n1)};
+}
+
+template <class Model> Rows<Model> butterfly(Model &m, const Decomposition &form, const Rows<Model> &x) {
+    if (form.method == Decomposition::Method::SumDifference)
+        return sumDifferenceFivePoint(m, x);
     return x.size() == 2 ? twoPoint(m, x) : x.size() == 4 ? fourPoint(m, x) : oddPoint(m, x);
 }
 
@@ -80,8 +97,26 @@ Rows<Model> rotatedFourPoint(Model &m, const Rows<Model> &x, const std::vector<T
     return {m.rotate(m.add(u0, u2), {angles[0]}), second, m.rotate(m.sub(u0, u2), {angles[2]}), fourth};
 }
 
+// All columns through a decomposition. Each run of `alike` columns is the same place in as many transforms.
+template <class Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
+                                                const Columns<Model> &columns, int alike = 1);
+
+// The transform of a real column is its own mirror image, but twiddles keep rows k1 and a - k1 from looking
+// alike. Where the model knows real columns, takes the outputs of the upper rows from the lower ones, so that
+// the upper ones need not be computed.
 template <class Model>
-Columns<Model> transform(Model &m, const Decomposition &decomposition, const Columns<Model> &columns);
+void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, int a) {
+    if constexpr (requires { Model::isReal(columns[0]); }) {
+        for (std::size_t c = 0; c < columns.size(); ++c) {
+            if (!Model::isReal(columns[c]))
+                continue;
+            const int n = static_cast<int>(columns[c].size());
+            for (int k = 0; k < n; ++k)
+                if (2 * (k % a) > a || (2 * (k % a) == a && 2 * k > n))
+                    results[c][k] = Model::conjugate(results[c][n - k]);
+        }
+    }
+}
 
 // Good's mapping (I. J. Good, 1958): with a and b coprime, element j of residue class r modulo b is
 // x[(b j + a r') mod n] with a r' = r mod b, so class r carries no rotation; output k is the one with
@@ -99,19 +134,20 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
                 members.push_back(x[(b * j + a * r) % n]);
             classes.push_back(members);
         }
-    classes = transform(m, first, classes);
+    classes = transform(m, first, classes, count);
 
     Columns<Model> across(a * count);
     for (int k1 = 0; k1 < a; ++k1)
         for (int c = 0; c < count; ++c)
             for (int r = 0; r < b; ++r)
                 across[k1 * count + c].push_back(classes[r * count + c][k1]);
-    across = transform(m, second, across);
+    across = transform(m, second, across, count);
 
     Columns<Model> results(count, typename Model::Column(n));
     for (int c = 0; c < count; ++c)
         for (int k = 0; k < n; ++k)
             results[c][k] = across[k % a * count + c][k % b];
+    takeHalfOfRealRows<Model>(results, columns, a);
     return results;
 }
 
@@ -134,12 +170,12 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
             classes.push_back(members);
         }
     if (rotatesInside) {
-        classes = m.map(classes, [&](const Rows<Model> &x, typename Model::Group group) {
+        classes = m.map(classes, count, [&](const Rows<Model> &x, typename Model::Group group) {
             const int r = group.first / count;
             return rotatedFourPoint(m, x, {{}, {r, n}, {2 * r, n}, {3 * r, n}});
         });
     } else {
-        classes = transform(m, first, classes);
+        classes = transform(m, first, classes, count);
     }
 
     // Row r of the second stage, all columns side by side.
@@ -150,7 +186,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
             for (int c = 0; c < count; ++c)
                 row.push_back({classes[r * count + c][k1]});
         if (r > 0 && !rotatesInside) {
-            row = m.map(row, [&](const Rows<Model> &x, typename Model::Group group) {
+            row = m.map(row, count, [&](const Rows<Model> &x, typename Model::Group group) {
                 std::vector<Turn> angles;
                 for (int column = group.first; column < group.first + group.count; ++column)
                     angles.push_back({r * (column / count), n});
@@ -160,24 +196,56 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
         for (int column = 0; column < a * count; ++column)
             across[column].push_back(row[column][0]);
     }
-    across = transform(m, second, across);
+    across = transform(m, second, across, count);
 
     Columns<Model> results(count, typename Model::Column(n));
     for (int c = 0; c < count; ++c)
         for (int k = 0; k < n; ++k)
             results[c][k] = across[k % a * count + c][k / a];
+    takeHalfOfRealRows<Model>(results, columns, a);
     return results;
 }
 
-template <class Model>
-Columns<Model> transform(Model &m, const Decomposition &decomposition, const Columns<Model> &columns) {
+// Runs a step over the columns, one vector of them after the other where they fill vectors: the shorter
+// transforms inside are then done with before the next ones begin, and few values wait at a time.
+template <class Model, class Step>
+Columns<Model> oneVectorAtATime(Model &m, const Columns<Model> &columns, Step step) {
+    const auto chunk = static_cast<std::size_t>(m.lanes());
+    if (columns.size() % chunk != 0)
+        return step(columns);
+    Columns<Model> results;
+    for (auto first = columns.begin(); first != columns.end(); first += chunk)
+        for (auto &column : step(Columns<Model>(first, first + chunk)))
+            results.push_back(column);
+    return results;
+}
+
+template <class Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
+                                                const Columns<Model> &columns, int alike) {
     switch (decomposition.method) {
     case Decomposition::Method::PrimeFactor:
-        return primeFactorStep(m, decomposition, columns);
+        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
+            return primeFactorStep(m, decomposition, chunk);
+        });
     case Decomposition::Method::CooleyTukey:
-        return cooleyTukeyStep(m, decomposition, columns);
+        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
+            return cooleyTukeyStep(m, decomposition, chunk);
+        });
+    case Decomposition::Method::RealRader: {
+        const RealLaneRader rader(decomposition);
+        return m.map(columns, alike,
+                     [&](const Rows<Model> &x, typename Model::Group) { return rader(m, x); });
+    }
+    case Decomposition::Method::FirstThenOthers:
+        return m.map(columns, alike, [&](const Rows<Model> &x, typename Model::Group group) {
+            const Decomposition &form = decomposition.factors[group.first == 0 ? 0 : 1];
+            return form.method == Decomposition::Method::RealRader ? RealLaneRader(form)(m, x)
+                                                                   : butterfly(m, form, x);
+        });
     default:
-        return m.map(columns, [&](const Rows<Model> &x, typename Model::Group) { return butterfly(m, x); });
+        return m.map(columns, alike, [&](const Rows<Model> &x, typename Model::Group) {
+            return butterfly(m, decomposition, x);
+        });
     }
 }
 

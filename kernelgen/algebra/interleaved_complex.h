@@ -40,7 +40,8 @@ public:
     void output(const Column &column);
 
     Value add(Value a, Value b);
-    Value sub(Value a, Value b) { return add(a, {b.node, (b.quarterTurns + 2) % 4}); }
+    Value sub(Value a, Value b) { return add(a, negate(b)); }
+    static Value negate(Value a) { return {a.node, (a.quarterTurns + 2) % 4}; }
     // The product by exp(-2 pi i / 4) in the forward direction.
     static Value quarterTurn(Value a) { return {a.node, (a.quarterTurns + 1) % 4}; }
     Value weightedSum(std::optional<Value> base, const std::vector<Term> &terms);
@@ -52,8 +53,11 @@ public:
     // The product by factor, which is positive.
     Value scaled(Value a, Quad factor);
 
+    // How many columns a vector holds.
+    static int lanes() { return 1; }
+
     // Runs block(rows, group) over the columns, one at a time.
-    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, Block block) {
+    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, int, Block block) {
         std::vector<Column> results;
         for (int first = 0; first < static_cast<int>(columns.size()); ++first)
             results.push_back(block(columns[first], Group{first, 1}));

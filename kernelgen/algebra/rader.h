@@ -1,14 +1,66 @@
-// Prime lengths by cyclic convolution (C. M. Rader, 1968).
+// Prime lengths by cyclic convolution (C. M. Rader, 1968): with g a primitive root of p and m = p - 1, the
+// outputs X[g^-r] - x[0] are the cyclic convolution of x[g^q] with exp(-2 pi i g^-q / p), done by transforms
+// of length m.
 #pragma once
 
 #include "algebra/decomposition.h"
+#include "algebra/linear_map.h"
 #include "algebra/split_complex.h"
 
 namespace zrfgen::gen {
 
-// Complex lanes: both transforms of length p - 1 are complex ones. The inverse kernel is the same sequence
-// with the signs of the odd spectrum constants changed, so the model must take the direction from constants.
+// The powers g^0 .. g^(p-2) modulo p of the smallest primitive root g.
+std::vector<int> powersOfPrimitiveRoot(int p);
+
+// Complex lanes: both transforms of length m are complex ones, with their columns in the lanes. The inverse
+// kernel is the same sequence with the signs of the odd spectrum constants changed, so the model must take
+// the direction from constants.
 SplitComplex::Column raderInComplexLanes(SplitComplex &m, const Decomposition &step,
                                          const SplitComplex::Column &x);
+
+// Real lanes: the convolution is one of real sequences, so both transforms are real ones, forward and
+// transposed, and the model's values go through them as if they were real numbers. Only the odd half of the
+// spectrum, the sines, takes a quarter turn.
+class RealLaneRader {
+public:
+    explicit RealLaneRader(const Decomposition &step);
+
+    template <class Model> std::vector<typename Model::Value>
+    operator()(Model &m, const std::vector<typename Model::Value> &x) const {
+        using Value = typename Model::Value;
+        const int m1 = static_cast<int>(powers.size());
+        std::vector<Value> sequence;
+        for (const int power : powers)
+            sequence.push_back(x[power]);
+        const std::vector<Value> spectrum = there.apply(m, sequence);
+
+        std::vector<Value> result(m1 + 1);
+        result[0] = m.add(x[0], spectrum[0]);
+        std::vector<Value> product;
+        for (const Row &row : rows) {
+            std::vector<typename Model::Term> terms;
+            for (const auto &[factor, input] : row.terms)
+                terms.push_back({factor, row.isOdd ? m.quarterTurn(spectrum[input]) : spectrum[input]});
+            // x[0] joins entry 0 and so reaches all outputs.
+            product.push_back(product.empty() ? m.weightedSum(x[0], terms) : m.weightedSum({}, terms));
+        }
+        const std::vector<Value> sums = back.applyTransposed(m, product);
+        for (int r = 0; r < m1; ++r)
+            result[powers[(m1 - r) % m1]] = sums[r];
+        return result;
+    }
+
+private:
+    // One real number of the product spectrum, as a sum over those of the sequence's spectrum.
+    struct Row {
+        bool isOdd;
+        std::vector<std::pair<Quad, int>> terms;
+    };
+
+    std::vector<int> powers;
+    LinearMap there,
+        back; // the real transform of length m: real parts and, but at 0 and m/2, imaginary parts
+    std::vector<Row> rows;
+};
 
 } // namespace zrfgen::gen

@@ -3,6 +3,8 @@
 namespace zrfgen::gen {
 
 Real RealArithmetic::sum(Real a, Real b) {
+    if (a.node == zeroNode || b.node == zeroNode)
+        return a.node == zeroNode ? b : a;
     if (a.isNegative == b.isNegative)
         return {graph.add(a.node, b.node), a.isNegative};
     return a.isNegative ? Real{graph.sub(b.node, a.node)} : Real{graph.sub(a.node, b.node)};

@@ -9,6 +9,9 @@
 
 namespace zrfgen::gen {
 
+// Stands for a value that is known to be zero in every lane: it costs nothing.
+inline constexpr NodeId zeroNode = -2;
+
 // The node's lanes, or their negatives.
 struct Real {
     NodeId node = noNode;
@@ -38,7 +41,9 @@ public:
     // base + the sum of factor * value, added in the order given.
     Real weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms);
     // The product by a vector with a factor of its own for each lane.
-    Real scaled(Real a, NodeId factors) { return {graph.mul(a.node, factors), a.isNegative}; }
+    Real scaled(Real a, NodeId factors) {
+        return a.node == zeroNode ? a : Real{graph.mul(a.node, factors), a.isNegative};
+    }
     // A node that holds the value itself.
     NodeId resolved(Real a);
 

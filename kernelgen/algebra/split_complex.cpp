@@ -18,6 +18,9 @@ Column SplitComplex::input(int length) const {
 
 Real SplitComplex::gathered(const std::vector<Slot> &slots) {
     const Type type = real.type();
+    const auto isZero = [](const Slot &slot) { return slot.node == zeroNode; };
+    if (std::all_of(slots.begin(), slots.end(), isZero))
+        return {zeroNode};
     if (slots[0].node == noNode) {
         std::vector<int> forward(type.lanes, idle), exchanged(type.lanes, idle);
         for (std::size_t lane = 0; lane < slots.size(); ++lane) {
@@ -34,7 +37,7 @@ Real SplitComplex::gathered(const std::vector<Slot> &slots) {
     bool sameSign = true;
     for (std::size_t lane = 0; lane < slots.size(); ++lane) {
         picks[lane] = static_cast<int>(sources.size()) * type.lanes + slots[lane].lane;
-        sources.push_back(slots[lane].node);
+        sources.push_back(isZero(slots[lane]) ? graph.broadcast(type, 0) : slots[lane].node);
         signs[lane] = slots[lane].isNegative ? -1 : 1;
         sameSign = sameSign && slots[lane].isNegative == slots[0].isNegative;
     }
@@ -99,18 +102,49 @@ Value SplitComplex::rotate(Value a, const std::vector<Turn> &angles) {
         const Value turned = add(a, quarterTurn(a));
         return {real.scaled(turned.re, h), real.scaled(turned.im, h)};
     }
-    std::vector<Quad> re, im;
-    for (int lane = 0; lane < real.type().lanes; ++lane) {
-        const Turn own = lane < static_cast<int>(angles.size()) ? angles[lane] : angle;
-        re.push_back(cosine(own));
-        im.push_back(0 - sine(own)); // +0 where the sine is 0
-    }
-    return multiply(a, graph.constant(real.type(), re), graph.constant(real.type(), im));
+    std::vector<ComplexQuad> factors;
+    for (const Turn own : angles)
+        factors.push_back({cosine(own), 0 - sine(own)}); // +0 where the sine is 0
+    return multiply(a, constant(factors, factors));
 }
 
-Value SplitComplex::multiply(Value a, NodeId re, NodeId im) {
+Value SplitComplex::multiply(Value a, Value factor) {
+    const NodeId re = factor.re.node, im = factor.im.node;
     return {real.sub(real.scaled(a.re, re), real.scaled(a.im, im)),
             real.add(real.scaled(a.re, im), real.scaled(a.im, re))};
+}
+
+Column SplitComplex::multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
+                                const std::vector<ComplexQuad> &inverse) {
+    std::map<NodeId, std::vector<int>> vectors;
+    for (int i = 0; i < static_cast<int>(elements.size()); ++i)
+        vectors[elements[i].re.node].push_back(i);
+    Column results(elements.size());
+    for (const auto &[node, indices] : vectors) {
+        std::vector<ComplexQuad> forwardLanes(real.type().lanes), inverseLanes(real.type().lanes);
+        for (const int i : indices) {
+            forwardLanes[elements[i].re.lane] = forward[i];
+            inverseLanes[elements[i].re.lane] = inverse[i];
+        }
+        const Value product = multiply(vectorOf(elements[indices[0]]), constant(forwardLanes, inverseLanes));
+        for (const int i : indices)
+            results[i] = element(product, elements[i].re.lane);
+    }
+    return results;
+}
+
+Value SplitComplex::constant(const std::vector<ComplexQuad> &forward,
+                             const std::vector<ComplexQuad> &inverse) {
+    const auto part = [&](const std::vector<ComplexQuad> &values, Quad ComplexQuad::*member) {
+        std::vector<Quad> lanes;
+        for (int lane = 0; lane < real.type().lanes; ++lane) // idle lanes repeat the first one's constant
+            lanes.push_back(values[lane < static_cast<int>(values.size()) ? lane : 0].*member);
+        return graph.constant(real.type(), lanes);
+    };
+    const auto both = [&](Quad ComplexQuad::*member) {
+        return Real{graph.byDirection(part(forward, member), part(inverse, member))};
+    };
+    return {both(&ComplexQuad::re), both(&ComplexQuad::im)};
 }
 
 void SplitComplex::output(const Column &column) {

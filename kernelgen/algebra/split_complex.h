@@ -6,6 +6,8 @@
 #include "algebra/real.h"
 #include "number/quad.h"
 
+#include <algorithm>
+
 namespace zrfgen::gen {
 
 // How the inverse transform comes out of the forward graph.
@@ -21,7 +23,8 @@ public:
         Real re, im;
     };
 
-    // One complex number: where its parts lie. A slot with noNode is element `lane` of the source array.
+    // One complex number: where its parts lie. A slot with noNode is element `lane` of the source array, one
+    // with zeroNode is zero.
     struct Slot {
         NodeId node = noNode;
         int lane = 0;
@@ -31,6 +34,7 @@ public:
         Slot re, im;
     };
     using Column = std::vector<Element>;
+    static Element zero() { return {{zeroNode}, {zeroNode}}; }
 
     // The columns that stand in the lanes of one vector.
     struct Group {
@@ -54,6 +58,7 @@ public:
 
     Value add(Value a, Value b) { return {real.add(a.re, b.re), real.add(a.im, b.im)}; }
     Value sub(Value a, Value b) { return {real.sub(a.re, b.re), real.sub(a.im, b.im)}; }
+    static Value negate(Value a) { return {-a.re, -a.im}; }
     // The product by exp(-2 pi i / 4) in the forward direction.
     static Value quarterTurn(Value a) { return {a.im, -a.re}; }
     Value weightedSum(std::optional<Value> base, const std::vector<Term> &terms);
@@ -61,23 +66,36 @@ public:
     Value turnedSum(const std::vector<Term> &terms) { return quarterTurn(weightedSum({}, terms)); }
     // The product by exp(-2 pi i angle), with an angle for each column of the group.
     Value rotate(Value a, const std::vector<Turn> &angles);
-    // The product by re + i im, lane by lane; each part is a node, so that it may depend on the direction.
-    Value multiply(Value a, NodeId re, NodeId im);
+    // The product by a constant.
+    Value multiply(Value a, Value factor);
+    // The product of each element by a constant of its own, vector by vector as the elements lie.
+    Column multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
+                      const std::vector<ComplexQuad> &inverse);
+    // The whole vectors in which an element stands.
+    static Value vectorOf(const Element &element) {
+        return {{element.re.node, element.re.isNegative}, {element.im.node, element.im.isNegative}};
+    }
+
+    // How many columns a vector holds.
+    int lanes() const { return real.type().lanes; }
 
     // Runs block(rows, group) over the columns, as many at a time as there are lanes, and returns its outputs
-    // as columns. A row holds the group's columns side by side.
-    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, Block block) {
+    // as columns. A row holds the group's columns side by side. Each run of `alike` columns is the same place
+    // in as many transforms; where these fill most of a vector, no group crosses the end of a run.
+    template <class Block>
+    std::vector<Column> map(const std::vector<Column> &columns, int alike, Block block) {
         std::vector<Column> results(columns.size());
         const int lanes = real.type().lanes, total = static_cast<int>(columns.size());
-        for (int first = 0; first < total; first += lanes) {
-            const Group group{first, std::min(lanes, total - first)};
+        const int run = 2 * alike > lanes ? alike : total;
+        for (int first = 0, end; first < total; first = end) {
+            end = std::min({first + lanes, (first / run + 1) * run, total});
+            const Group group{first, end - first};
             std::vector<Value> rows;
             for (std::size_t row = 0; row < columns[first].size(); ++row)
                 rows.push_back(gathered(columns, group, row));
             for (const Value &value : block(rows, group))
                 for (int lane = 0; lane < group.count; ++lane)
-                    results[first + lane].push_back({{value.re.node, lane, value.re.isNegative},
-                                                     {value.im.node, lane, value.im.isNegative}});
+                    results[first + lane].push_back(element(value, lane));
         }
         return results;
     }
@@ -86,6 +104,12 @@ public:
     Value gathered(const Column &elements);
     // A vector with the element in one lane and zero in the others.
     Value alone(const Element &element, int lane);
+    // The element that stands in one lane of the value.
+    static Element element(const Value &value, int lane) {
+        return {{value.re.node, lane, value.re.isNegative}, {value.im.node, lane, value.im.isNegative}};
+    }
+    // A vector of complex constants, one for each lane, that may depend on the direction.
+    Value constant(const std::vector<ComplexQuad> &forward, const std::vector<ComplexQuad> &inverse);
 
     Graph &graph;
     RealArithmetic real;

@@ -105,30 +105,27 @@ private:
 
     void emit(const std::string &directory) const {
         std::filesystem::create_directories(directory);
-        for (const Family &family : families) {
+        for (const Family &family : families)
             for (const KernelDefinition &definition : family.kernels)
-                write(directory, {definition.file, sourceFile(definition, sse3)});
-            for (const GeneratedFile &file : family.files)
-                write(directory, file);
-        }
+                write(directory, definition.file, sourceFile(definition, sse3));
         std::string entries, versions = "{\nglobal:\n";
         for (const std::string &name : builtExports()) {
             entries += "ENTRY(" + name + ")\n";
             versions += "    " + name + ";\n";
         }
-        write(directory, {"entries.inc", entries});
-        write(directory, {"exports.map", versions + "local:\n    *;\n};\n"});
+        write(directory, "entries.inc", entries);
+        write(directory, "exports.map", versions + "local:\n    *;\n};\n");
     }
 
     // Leaves a file that would not change as it is, so that nothing is compiled again for it.
-    static void write(const std::string &directory, const GeneratedFile &file) {
-        const std::filesystem::path path = std::filesystem::path(directory) / file.name;
+    static void write(const std::string &directory, const std::string &name, const std::string &text) {
+        const std::filesystem::path path = std::filesystem::path(directory) / name;
         std::ostringstream old;
         old << std::ifstream(path).rdbuf();
-        if (std::filesystem::exists(path) && old.str() == file.text)
+        if (std::filesystem::exists(path) && old.str() == text)
             return;
         std::ofstream out(path);
-        out << file.text;
+        out << text;
         if (!out.flush())
             throw CommandError("cannot write " + path.string() + "\n");
     }

@@ -1,4 +1,4 @@
-// What a family of transforms gives to the driver: its kernels and the files around them.
+// What a family of transforms gives to the driver.
 #pragma once
 
 #include "graph/graph.h"
@@ -21,14 +21,9 @@ struct KernelDefinition {
     std::function<std::string(const Graph &, const std::string &)> wrap;
 };
 
-struct GeneratedFile {
-    std::string name, text;
-};
-
 struct Family {
     std::vector<KernelDefinition> kernels;
     std::vector<std::string> otherExports; // written by hand
-    std::vector<GeneratedFile> files;
 };
 
 } // namespace zrfgen::gen

@@ -5,6 +5,10 @@ namespace zrfgen::gen {
 
 using Quad = __float128;
 
+struct ComplexQuad {
+    Quad re = 0, im = 0;
+};
+
 Quad squareRoot(Quad x);
 
 // An angle as an exact fraction of a full turn, reduced to 0 <= numerator < denominator in lowest terms.
@@ -24,5 +28,20 @@ Turn operator+(Turn a, Turn b);
 // into the first eighth of the circle before a series sees it.
 Quad cosine(Turn angle);
 Quad sine(Turn angle);
+// exp(2 pi i angle)
+inline ComplexQuad onCircle(Turn angle) {
+    return {cosine(angle), sine(angle)};
+}
+
+// Entry k of the transform of a sequence of n numbers: the sum over q of sequence(q) exp(-2 pi i q k / n).
+template <class Sequence> ComplexQuad spectrum(int n, int k, Sequence sequence) {
+    ComplexQuad sum;
+    for (int q = 0; q < n; ++q) {
+        const ComplexQuad value = sequence(q), root = onCircle({-q * k, n});
+        sum.re += value.re * root.re - value.im * root.im;
+        sum.im += value.re * root.im + value.im * root.re;
+    }
+    return sum;
+}
 
 } // namespace zrfgen::gen

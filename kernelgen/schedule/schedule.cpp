@@ -15,23 +15,56 @@ bool isConstant(const Graph &graph, NodeId id) {
 
 namespace {
 
-// Builds an order by placing nodes with all that they need before them. Loads and shuffles so come just
-// before their first use, stores as soon as their value is there and nothing is left to load.
+// Work is what stands in the order by itself; loads, shuffles and choices by direction come just before the
+// first work that needs them.
+bool isWork(const Graph &graph, NodeId id) {
+    const Op op = graph[id].op;
+    return op != Op::Load && op != Op::Gather && op != Op::ByDirection && !isConstant(graph, id);
+}
+
+// Builds an order by placing nodes with all that they need before them. Stores follow as soon as their value
+// is there and nothing is left to load.
 class Placement {
 public:
-    explicit Placement(const Graph &graph) : graph(graph), isPlaced(graph.size()) {
-        for (const NodeId id : liveNodes(graph))
+    explicit Placement(const Graph &graph) : graph(graph), isPlaced(graph.size()), usesLeft(graph.size()) {
+        for (const NodeId id : liveNodes(graph)) {
             loadsLeft += graph[id].op == Op::Load;
+            for (const NodeId operand : graph[id].operands)
+                ++usesLeft[operand];
+        }
         for (int i = 0; i < static_cast<int>(graph.stores().size()); ++i)
             storesOf[graph.stores()[i].value].push_back(i);
+    }
+
+    bool needsNoWork(NodeId id) const {
+        for (const NodeId operand : graph[id].operands)
+            if (!isPlaced[operand] && !isConstant(graph, operand) &&
+                (isWork(graph, operand) || !needsNoWork(operand)))
+                return false;
+        return true;
+    }
+
+    // How many more values wait for their use once the node is placed.
+    int growth(NodeId id) const {
+        int values = storesOf.contains(id) ? 0 : 1;
+        for (const NodeId operand : graph[id].operands) {
+            if (isConstant(graph, operand))
+                continue;
+            if (!isPlaced[operand])
+                values += growth(operand);
+            values -= usesLeft[operand] == 1;
+        }
+        return values;
     }
 
     void place(NodeId id) {
         if (isPlaced[id] || isConstant(graph, id))
             return;
         isPlaced[id] = true;
-        for (const NodeId operand : graph[id].operands)
+        for (const NodeId operand : graph[id].operands) {
             place(operand);
+            --usesLeft[operand];
+        }
         schedule.push_back({Step::Kind::Compute, id});
         loadsLeft -= graph[id].op == Op::Load;
         const auto stores = storesOf.find(id);
@@ -49,18 +82,34 @@ public:
 private:
     const Graph &graph;
     std::vector<bool> isPlaced;
+    std::vector<int> usesLeft;
     std::map<NodeId, std::vector<int>> storesOf;
     std::vector<int> waiting;
     int loadsLeft = 0;
 };
 
-// Stage by stage, as the algebra built it.
-Schedule inOrderOfCreation(const Graph &graph) {
+// In the order in which the algebra built it, but of the next `window` pieces of work always the one after
+// which the fewest values wait. A window of one is the order of the algebra itself.
+Schedule inOrderOfCreation(const Graph &graph, std::size_t window) {
     Placement placement(graph);
-    for (const NodeId id : liveNodes(graph)) {
-        const Op op = graph[id].op;
-        if (op != Op::Load && op != Op::Gather && op != Op::ByDirection)
-            placement.place(id);
+    std::vector<NodeId> work;
+    for (const NodeId id : liveNodes(graph))
+        if (isWork(graph, id))
+            work.push_back(id);
+    while (!work.empty()) {
+        auto best = work.begin();
+        int leastGrowth = placement.growth(*best);
+        for (auto next = best; next != work.begin() + std::min(window, work.size()); ++next) {
+            if (!placement.needsNoWork(*next))
+                continue;
+            const int growth = placement.growth(*next);
+            if (growth < leastGrowth) {
+                best = next;
+                leastGrowth = growth;
+            }
+        }
+        placement.place(*best);
+        work.erase(best);
     }
     return placement.schedule;
 }
@@ -83,12 +132,14 @@ NodeId registerOf(const Graph &graph, NodeId id) {
 } // namespace
 
 Schedule scheduled(const Graph &graph, const Target &target) {
-    const Schedule candidates[] = {inOrderOfCreation(graph), inOrderOfStores(graph)};
+    std::vector<Schedule> candidates{inOrderOfStores(graph)};
+    for (const std::size_t window : {1, 4, 8, 16, 32, 64, 128})
+        candidates.push_back(inOrderOfCreation(graph, window));
     const auto cost = [&](const Schedule &schedule) {
         return std::pair{traffic(graph, schedule, target.registers[0]).total(),
                          traffic(graph, schedule, target.registers[1]).total()};
     };
-    return *std::min_element(std::begin(candidates), std::end(candidates),
+    return *std::min_element(candidates.begin(), candidates.end(),
                              [&](const Schedule &a, const Schedule &b) { return cost(a) < cost(b); });
 }
 

@@ -26,11 +26,7 @@ void expectTransform(const Graph &graph, int length, const std::string &what) {
 
 // Vectors of 8 bytes hold two Float32, of 64 bytes sixteen.
 TEST(Recipes, GiveTheTransformWithEveryNumberOfLanes) {
-    int found = 0;
     for (int length = shortestLength; length <= longestLength; ++length) {
-        if (lengthRecipe(length) == nullptr)
-            continue;
-        ++found;
         for (const int vectorBytes : {8, 16, 32, 64}) {
             const Target target{"test", vectorBytes, {16, 8}};
             expectTransform(complexDft(length, Element::Float32, target), length,
@@ -39,7 +35,6 @@ TEST(Recipes, GiveTheTransformWithEveryNumberOfLanes) {
         expectTransform(complexDft(length, Element::Float64, sse3), length,
                         std::to_string(length) + " interleaved");
     }
-    EXPECT_GE(found, 9);
 }
 
 template <class Model>

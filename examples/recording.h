@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct Recording {
+    std::vector<float> samples; // all channels mixed to one; 1 is full scale
+    int sampleRate;
+    int channels;
+
+    double duration() const { return double(samples.size()) / sampleRate; }
+};
+
+// Reads a sound file. Throws std::runtime_error with a line for the user if that cannot be done.
+Recording readRecording(const std::string &path);

@@ -1,0 +1,127 @@
+// Shows what a recording sounds like over time: a picture of its frequencies and a short summary.
+
+#include "picture.h"
+#include "recording.h"
+#include "short_time_transform.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+constexpr int shortest = 2, longest = 64;
+
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct Arguments {
+    std::string input, output;
+    int length = 0; // 0: the longest there is
+};
+
+int parseLength(const std::string &text) {
+    int length = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+    if (error != std::errc() || end != text.data() + text.size() || length < shortest || length > longest)
+        throw UsageError("--length must be a whole number from 2 to 64, not '" + text + "'");
+    return length;
+}
+
+Arguments parseArguments(int count, char **values) {
+    Arguments arguments;
+    std::vector<std::string> paths;
+    for (int i = 1; i < count; ++i) {
+        const std::string value = values[i];
+        if (value == "--length" && i + 1 < count)
+            arguments.length = parseLength(values[++i]);
+        else
+            paths.push_back(value);
+    }
+    if (paths.size() != 2 || paths[0].starts_with("--") || paths[1].starts_with("--"))
+        throw UsageError("usage is spectrogram INPUT.wav OUTPUT.png [--length N]");
+    arguments.input = paths[0];
+    arguments.output = paths[1];
+    return arguments;
+}
+
+int longestBuilt() {
+    int length = longest;
+    while (length > shortest && !isLengthBuilt(length))
+        --length;
+    return length;
+}
+
+double decibels(double power) {
+    return 10 * std::log10(power);
+}
+
+void printSummary(const Arguments &arguments, const Recording &recording, const Spectrogram &spectrogram,
+                  const Picture &picture) {
+    double peak = 0, energy = 0;
+    for (const double sample : recording.samples) {
+        peak = std::max(peak, std::abs(sample));
+        energy += sample * sample;
+    }
+    std::vector<double> binPower(spectrogram.bins);
+    for (int column = 0; column < spectrogram.columns; ++column)
+        for (int b = 0; b < spectrogram.bins; ++b)
+            binPower[b] += spectrogram.at(column, b) / spectrogram.columns;
+    const int loudest = int(std::max_element(binPower.begin(), binPower.end()) - binPower.begin());
+    const double binWidth = double(recording.sampleRate) / spectrogram.length;
+    const double transforms = 2.0 * double(spectrogram.frames);
+
+    std::printf("recording    %s\n", arguments.input.c_str());
+    std::printf("sound        %.6g s at %d Hz, %d channel%s\n", recording.duration(), recording.sampleRate,
+                recording.channels, recording.channels == 1 ? "" : "s mixed to one");
+    std::printf("level        peak %.1f dB, mean %.1f dB (0 dB is full scale)\n", decibels(peak * peak),
+                decibels(energy / double(recording.samples.size())));
+    std::printf("frames       %lld of %d samples, one every %d\n", (long long)spectrogram.frames,
+                spectrogram.length, spectrogram.hop);
+    if (peak == 0)
+        std::printf("loudest      nothing, the recording is silent\n");
+    else
+        std::printf("loudest      %.6g Hz (bin %d of %d, each %.6g Hz wide), %.1f dB on average\n",
+                    loudest * binWidth, loudest, spectrogram.bins - 1, binWidth, decibels(binPower[loudest]));
+    std::printf("transforms   %.0f forward and inverse in %.3f ms, %.2f million per second\n", transforms,
+                spectrogram.transformSeconds * 1e3, transforms / spectrogram.transformSeconds / 1e6);
+    std::printf("round trip   largest error %.1e of the frame's largest sample\n",
+                spectrogram.roundTripError);
+    std::printf("picture      %s (%d x %d)\n", arguments.output.c_str(), picture.width, picture.height);
+}
+
+} // namespace
+
+int main(int count, char **values) try {
+    const Arguments arguments = parseArguments(count, values);
+    const int length = arguments.length ? arguments.length : longestBuilt();
+    if (!isLengthBuilt(length))
+        throw std::runtime_error("the library has no transform of length " + std::to_string(length) +
+                                 "; leave --length out to use the longest it has");
+    const Recording recording = readRecording(arguments.input);
+    if (recording.samples.size() < std::size_t(length))
+        throw std::runtime_error("'" + arguments.input + "' holds " +
+                                 std::to_string(recording.samples.size()) + " samples, fewer than the " +
+                                 std::to_string(length) +
+                                 " of a frame; give a longer recording or a smaller --length");
+    std::error_code ignored;
+    if (std::filesystem::equivalent(arguments.input, arguments.output, ignored))
+        throw std::runtime_error("the picture would overwrite the recording; name another output");
+
+    const Spectrogram spectrogram = transformFrames(recording.samples, length, plotWidth);
+    const Picture picture = drawSpectrogram(spectrogram, recording.duration(), recording.sampleRate);
+    writePng(picture, arguments.output);
+    printSummary(arguments, recording, spectrogram, picture);
+    return 0;
+} catch (const std::exception &error) {
+    std::fprintf(stderr, "spectrogram: %s\n", error.what());
+    return dynamic_cast<const UsageError *>(&error) ? 2 : 1;
+}

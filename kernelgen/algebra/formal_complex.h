@@ -1,0 +1,70 @@
+// The number model that records a linear map: formal complex numbers whose parts are references into it.
+// Parts that are known to be zero are absent and cost nothing, products by constants wait for a constant to
+// merge with, and since a sum and its negative are one node, the conjugate halves of a transform of real
+// numbers are computed once.
+#pragma once
+
+#include "algebra/linear_map.h"
+#include "number/quad.h"
+
+#include <optional>
+#include <vector>
+
+namespace zrfgen::gen {
+
+class FormalComplex {
+public:
+    struct Part {
+        LinearMap::Ref ref;
+        Quad factor = 1;
+    };
+    struct Value {
+        std::optional<Part> re, im;
+    };
+    using Element = Value;
+    using Column = std::vector<Element>;
+
+    struct Group {
+        int first, count;
+    };
+
+    struct Term {
+        Quad factor;
+        Value value;
+    };
+
+    static constexpr bool rotatesInsideBlocks = false;
+
+    explicit FormalComplex(LinearMap &map) : linearMap(map) {}
+
+    Value add(const Value &a, const Value &b) { return {sum(a.re, b.re), sum(a.im, b.im)}; }
+    Value sub(const Value &a, const Value &b) { return add(a, negate(b)); }
+    static Value negate(const Value &a) { return {negated(a.re), negated(a.im)}; }
+    static Value conjugate(const Value &a) { return {a.re, negated(a.im)}; }
+    static Value quarterTurn(const Value &a) { return {a.im, negated(a.re)}; }
+    Value weightedSum(const std::optional<Value> &base, const std::vector<Term> &terms);
+    Value turnedSum(const std::vector<Term> &terms) { return quarterTurn(weightedSum({}, terms)); }
+    Value rotate(Value a, const std::vector<Turn> &angles);
+
+    static int lanes() { return 1; }
+    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, int, Block block) {
+        std::vector<Column> results;
+        for (int first = 0; first < static_cast<int>(columns.size()); ++first)
+            results.push_back(block(columns[first], Group{first, 1}));
+        return results;
+    }
+
+    static bool isReal(const Column &column);
+
+private:
+    using MaybePart = std::optional<Part>;
+
+    static MaybePart negated(const MaybePart &part);
+    MaybePart sum(const MaybePart &a, const MaybePart &b);
+    MaybePart partSum(MaybePart base, const std::vector<std::pair<Quad, MaybePart>> &terms);
+    LinearMap::Ref resolved(const Part &part);
+
+    LinearMap &linearMap;
+};
+
+} // namespace zrfgen::gen
