@@ -57,6 +57,11 @@ inline void storeUpper(unsigned char *destination, __m128 value) {
     storeUpper(destination, _mm_castps_pd(value));
 }
 
+// Both lanes exchanged, by the one instruction that leaves its source alone.
+inline __m128d exchanged(__m128d value) {
+    return _mm_castsi128_pd(_mm_shuffle_epi32(_mm_castpd_si128(value), _MM_SHUFFLE(1, 0, 3, 2)));
+}
+
 // Whole vectors. Off the boundary, floats move 16 bytes at a time and doubles 8.
 template <Access access> inline __m128 loadFloats(const unsigned char *source) {
     const auto *floats = reinterpret_cast<const float *>(source);

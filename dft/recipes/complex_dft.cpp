@@ -3,7 +3,6 @@
 #include "algebra/bluestein.h"
 #include "algebra/dft.h"
 #include "algebra/interleaved_complex.h"
-#include "algebra/rader.h"
 #include "algebra/split_complex.h"
 #include "emit/emit.h"
 #include "recipes/lengths.h"
@@ -12,24 +11,49 @@ namespace zrfgen::gen {
 
 namespace {
 
-void buildSplit(Graph &graph, const LengthRecipe &recipe, const Target &target) {
-    const Decomposition &decomposition = recipe.complex32;
-    const bool isRader = decomposition.method == Decomposition::Method::ComplexRader;
-    const bool isBluestein = decomposition.method == Decomposition::Method::Bluestein;
-    const Type type =
-        recipe.form == Form::SplitLanes ? target.vector(Element::Float32) : Type{Element::Float32, 1};
-    SplitComplex model(graph, type, recipe.form == Form::WideScalar ? Products::Wide : Products::Narrow,
-                       isRader || isBluestein ? InverseBy::Constants : InverseBy::Exchange);
-    const auto x = model.input(recipe.length);
-    model.output(isRader       ? raderInComplexLanes(model, decomposition, x)
-                 : isBluestein ? bluesteinTransform(model, decomposition, x)
-                               : transform(model, decomposition, Columns<SplitComplex>{x})[0]);
+template <class Model> void build(Model &model, const Decomposition &decomposition) {
+    const auto x = model.input(decomposition.length);
+    if (decomposition.method == Decomposition::Method::ComplexRader)
+        model.output(raderInComplexLanes(model, decomposition, x));
+    else
+        model.output(transform(model, decomposition, Columns<Model>{x})[0]);
 }
 
-void buildInterleaved(Graph &graph, const LengthRecipe &recipe) {
-    InterleavedComplex model(graph, Element::Float64);
-    const auto x = model.input(recipe.length);
-    model.output(transform(model, recipe.complex64, Columns<InterleavedComplex>{x})[0]);
+void buildComplex32(Graph &graph, const LengthRecipe &recipe, const Target &target) {
+    const Decomposition &decomposition = recipe.complex32;
+    const bool convolves = decomposition.method == Decomposition::Method::ComplexRader ||
+                           decomposition.method == Decomposition::Method::Bluestein;
+    const InverseBy inverse = convolves ? InverseBy::Constants : InverseBy::Exchange;
+    const Type vector = target.vector(Element::Float32), scalar{Element::Float32, 1},
+               pair{Element::Float32, 2};
+    const auto split = [&](Type type, Products products) {
+        SplitComplex model(graph, type, products, inverse);
+        if (decomposition.method == Decomposition::Method::Bluestein)
+            model.output(bluesteinTransform(model, decomposition, model.input(recipe.length)));
+        else
+            build(model, decomposition);
+    };
+    const auto interleaved = [&](Type type, Products products) {
+        InterleavedComplex model(graph, type, products, inverse);
+        build(model, decomposition);
+    };
+    switch (recipe.form) {
+    case Form::Scalar:
+        return split(scalar, Products::Narrow);
+    case Form::WideScalar:
+        return split(scalar, Products::Wide);
+    case Form::WidePair:
+        return interleaved(pair, Products::Wide);
+    case Form::SplitLanes:
+        return split(vector, Products::Narrow);
+    case Form::PairedLanes:
+        return interleaved(vector, Products::Narrow);
+    }
+}
+
+void buildComplex64(Graph &graph, const LengthRecipe &recipe) {
+    InterleavedComplex model(graph, {Element::Float64, 2}, Products::Narrow, InverseBy::Exchange);
+    build(model, recipe.complex64);
 }
 
 std::string suffix(Element element) {
@@ -70,9 +94,9 @@ Graph complexDft(int length, Element element, const Target &target) {
     const LengthRecipe &recipe = lengthRecipe(length);
     Graph graph;
     if (element == Element::Float32)
-        buildSplit(graph, recipe, target);
+        buildComplex32(graph, recipe, target);
     else
-        buildInterleaved(graph, recipe);
+        buildComplex64(graph, recipe);
     return graph;
 }
 

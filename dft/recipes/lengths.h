@@ -7,9 +7,11 @@ namespace zrfgen::gen {
 
 // How a Complex32 kernel holds its values.
 enum class Form {
-    Scalar,     // one real number at a time: the data do not fill vectors
-    WideScalar, // the same, with the products in Float64 to hold the error down
-    SplitLanes, // four columns of a stage in the lanes, real and imaginary parts apart
+    Scalar,      // one real number at a time: the data do not fill vectors
+    WideScalar,  // the same, with the products in Float64 to hold the error down
+    WidePair,    // the same, real and imaginary part side by side: half the conversions
+    SplitLanes,  // four columns of a stage in the lanes, real and imaginary parts apart
+    PairedLanes, // two columns of a stage in a vector, for a length whose stages have no more
 };
 
 struct LengthRecipe {

@@ -20,6 +20,10 @@ Decomposition T(Decomposition first, Decomposition second) {
     return {Method::CooleyTukey, first.length * second.length, {first, second}};
 }
 
+Decomposition realLanes(Decomposition decomposition) {
+    return {Method::RealLanes, decomposition.length, {decomposition}};
+}
+
 Decomposition complexRader(Decomposition there, Decomposition back) {
     return {Method::ComplexRader, there.length + 1, {there, back}};
 }
@@ -33,6 +37,8 @@ Decomposition bluestein(int length, Decomposition there, Decomposition back) {
 }
 
 std::string describe(const Decomposition &decomposition) {
+    if (decomposition.method == Method::RealLanes)
+        return describe(decomposition.factors[0]);
     const auto isStep = [](const Decomposition &part) {
         return part.method == Method::PrimeFactor || part.method == Method::CooleyTukey;
     };

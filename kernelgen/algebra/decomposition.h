@@ -13,6 +13,7 @@ struct Decomposition {
         FirstThenOthers, // a block whose first column takes one form and whose others take another
         PrimeFactor,     // two coprime factors, no twiddle between
         CooleyTukey,     // two factors, twiddles between
+        RealLanes,       // any decomposition, taken as a transform of real numbers until the last additions
         ComplexRader, // a prime p by a cyclic convolution of length p - 1, with complex transforms there and
                       // back
         RealRader,    // the same with real transforms
@@ -34,6 +35,7 @@ Decomposition firstThenOthers(Decomposition first, Decomposition others);
 Decomposition PF(Decomposition first, Decomposition second);
 // Cooley-Tukey step.
 Decomposition T(Decomposition first, Decomposition second);
+Decomposition realLanes(Decomposition decomposition);
 // Rader's convolution for the prime after the length of the two transforms. A real one goes back through the
 // transpose of `back`.
 Decomposition complexRader(Decomposition there, Decomposition back);

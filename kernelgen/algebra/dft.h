@@ -5,6 +5,7 @@
 // The columns of a stage are independent of one another, so a model may run several at a time.
 #pragma once
 
+#include "algebra/columns.h"
 #include "algebra/decomposition.h"
 #include "algebra/rader.h"
 #include "number/quad.h"
@@ -158,8 +159,8 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
     const Decomposition &first = step.factors[0], &second = step.factors[1];
     const int a = first.length, b = second.length, n = step.length;
     const int count = static_cast<int>(columns.size());
-    const bool rotatesInside =
-        Model::rotatesInsideBlocks && first.method == Decomposition::Method::Butterfly && a == 4;
+    const bool rotatesInside = Model::rotatesInsideBlocks && m.perVector() == 1 &&
+                               first.method == Decomposition::Method::Butterfly && a == 4;
 
     Columns<Model> classes;
     for (int r = 0; r < b; ++r)
@@ -170,7 +171,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
             classes.push_back(members);
         }
     if (rotatesInside) {
-        classes = m.map(classes, count, [&](const Rows<Model> &x, typename Model::Group group) {
+        classes = m.map(classes, count, [&](const Rows<Model> &x, Group group) {
             const int r = group.first / count;
             return rotatedFourPoint(m, x, {{}, {r, n}, {2 * r, n}, {3 * r, n}});
         });
@@ -186,7 +187,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
             for (int c = 0; c < count; ++c)
                 row.push_back({classes[r * count + c][k1]});
         if (r > 0 && !rotatesInside) {
-            row = m.map(row, count, [&](const Rows<Model> &x, typename Model::Group group) {
+            row = m.map(row, count, [&](const Rows<Model> &x, Group group) {
                 std::vector<Turn> angles;
                 for (int column = group.first; column < group.first + group.count; ++column)
                     angles.push_back({r * (column / count), n});
@@ -210,7 +211,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
 // transforms inside are then done with before the next ones begin, and few values wait at a time.
 template <class Model, class Step>
 Columns<Model> oneVectorAtATime(Model &m, const Columns<Model> &columns, Step step) {
-    const auto chunk = static_cast<std::size_t>(m.lanes());
+    const auto chunk = static_cast<std::size_t>(m.perVector());
     if (columns.size() % chunk != 0)
         return step(columns);
     Columns<Model> results;
@@ -233,20 +234,51 @@ template <class Model> Columns<Model> transform(Model &m, const Decomposition &d
         });
     case Decomposition::Method::RealRader: {
         const RealLaneRader rader(decomposition);
-        return m.map(columns, alike,
-                     [&](const Rows<Model> &x, typename Model::Group) { return rader(m, x); });
+        return m.map(columns, alike, [&](const Rows<Model> &x, Group) { return rader(m, x); });
+    }
+    case Decomposition::Method::RealLanes: {
+        const HalfSpectrumTransform halfSpectrum(decomposition.factors[0]);
+        return m.map(columns, alike, [&](const Rows<Model> &x, Group) { return halfSpectrum(m, x); });
     }
     case Decomposition::Method::FirstThenOthers:
-        return m.map(columns, alike, [&](const Rows<Model> &x, typename Model::Group group) {
+        return m.map(columns, alike, [&](const Rows<Model> &x, Group group) {
             const Decomposition &form = decomposition.factors[group.first == 0 ? 0 : 1];
             return form.method == Decomposition::Method::RealRader ? RealLaneRader(form)(m, x)
                                                                    : butterfly(m, form, x);
         });
     default:
-        return m.map(columns, alike, [&](const Rows<Model> &x, typename Model::Group) {
-            return butterfly(m, decomposition, x);
-        });
+        return m.map(columns, alike,
+                     [&](const Rows<Model> &x, Group) { return butterfly(m, decomposition, x); });
     }
+}
+
+// A prime length by Rader's convolution in complex lanes: both transforms of length m are complex ones, with
+// their columns side by side. The inverse kernel is the same sequence with the signs of the odd spectrum
+// constants changed, so the model must take the direction from constants.
+template <class Model> typename Model::Column raderInComplexLanes(Model &m, const Decomposition &step,
+                                                                  const typename Model::Column &x) {
+    using Column = typename Model::Column;
+    const std::vector<int> powers = powersOfPrimitiveRoot(step.length);
+    const int length = step.length - 1;
+    const std::vector<ComplexQuad> forward = raderSpectrum(powers);
+    std::vector<ComplexQuad> inverse = forward;
+    for (int k = 1; k < length; k += 2)
+        inverse[k] = {-forward[k].re, -forward[k].im};
+
+    Column sequence;
+    for (const int power : powers)
+        sequence.push_back(x[power]);
+    const Column there = transform(m, step.factors[0], Columns<Model>{sequence})[0];
+    Column result(step.length);
+    result[0] = m.withFirstIncreased(there, x[0])[0];
+
+    // x[0] joins entry 0, and so reaches every output of the transform back. Entry r of that is entry m - r
+    // of a transform there.
+    const Column product = m.withFirstIncreased(m.multiplied(there, forward, inverse), x[0]);
+    const Column back = transform(m, step.factors[1], Columns<Model>{product})[0];
+    for (int r = 0; r < length; ++r)
+        result[powers[(length - r) % length]] = back[(length - r) % length];
+    return result;
 }
 
 } // namespace zrfgen::gen

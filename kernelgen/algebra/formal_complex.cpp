@@ -47,7 +47,13 @@ Value FormalComplex::rotate(Value a, const std::vector<Turn> &angles) {
             a = quarterTurn(a);
         if (angle.isMultipleOf(4))
             return a;
-        return weightedSum({}, {{cosine({1, 8}), add(a, quarterTurn(a))}});
+        // The products first: the additions after them are then the last ones of the block before.
+        const Quad h = cosine({1, 8});
+        const auto product = [&](const MaybePart &part) {
+            return part ? MaybePart(Part{linearMap.scaled(part->ref, h * part->factor)}) : part;
+        };
+        a = {product(a.re), product(a.im)};
+        return add(a, quarterTurn(a));
     }
     const Quad c = cosine(angle), s = sine(angle);
     return {partSum({}, {{c, a.re}, {s, a.im}}), partSum({}, {{c, a.im}, {-s, a.re}})};

@@ -4,6 +4,7 @@
 // numbers are computed once.
 #pragma once
 
+#include "algebra/columns.h"
 #include "algebra/linear_map.h"
 #include "number/quad.h"
 
@@ -24,10 +25,6 @@ public:
     using Element = Value;
     using Column = std::vector<Element>;
 
-    struct Group {
-        int first, count;
-    };
-
     struct Term {
         Quad factor;
         Value value;
@@ -46,7 +43,7 @@ public:
     Value turnedSum(const std::vector<Term> &terms) { return quarterTurn(weightedSum({}, terms)); }
     Value rotate(Value a, const std::vector<Turn> &angles);
 
-    static int lanes() { return 1; }
+    static int perVector() { return 1; }
     template <class Block> std::vector<Column> map(const std::vector<Column> &columns, int, Block block) {
         std::vector<Column> results;
         for (int first = 0; first < static_cast<int>(columns.size()); ++first)

@@ -1,9 +1,11 @@
-// The number model of one complex number per vector: real part in the lower lane, imaginary part in the
-// upper. Additions are whole-vector operations; a quarter turn is an exchange of lanes and a sign, which
-// waits until a constant or an addition can take it.
+// The number model of whole complex numbers in vectors, as many as fit: real parts in the even lanes,
+// imaginary parts in the odd ones. Additions are whole-vector operations and nothing need be sorted on
+// reading or writing; a quarter turn is an exchange of lanes and a sign, which waits until a constant or an
+// addition can take it.
 #pragma once
 
-#include "graph/graph.h"
+#include "algebra/columns.h"
+#include "algebra/real.h"
 #include "number/quad.h"
 
 #include <optional>
@@ -13,17 +15,19 @@ namespace zrfgen::gen {
 
 class InterleavedComplex {
 public:
-    // The node's value times exp(-2 pi i quarterTurns / 4) in the forward direction.
+    // The node's complex numbers times exp(-2 pi i quarterTurns / 4).
     struct Value {
         NodeId node = noNode;
         int quarterTurns = 0;
     };
-    using Element = Value;
-    using Column = std::vector<Element>;
 
-    struct Group {
-        int first, count;
+    // One complex number: where it lies in a vector, or in the source array if there is no node.
+    struct Element {
+        NodeId node = noNode;
+        int place = 0;
+        int quarterTurns = 0;
     };
+    using Column = std::vector<Element>;
 
     struct Term {
         Quad factor;
@@ -33,47 +37,74 @@ public:
     // A rotation is taken into the last additions of the block before it.
     static constexpr bool rotatesInsideBlocks = true;
 
-    InterleavedComplex(Graph &graph, zrfgen::gen::Element element) : graph(graph), type{element, 2} {}
+    InterleavedComplex(Graph &graph, Type type, Products products, InverseBy inverse)
+        : graph(graph), type(type), products(products), inverse(inverse) {}
 
-    Column input(int length);
+    static Column input(int length);
     // Scales and stores the column's element k as element k of the destination.
     void output(const Column &column);
 
     Value add(Value a, Value b);
     Value sub(Value a, Value b) { return add(a, negate(b)); }
     static Value negate(Value a) { return {a.node, (a.quarterTurns + 2) % 4}; }
-    // The product by exp(-2 pi i / 4) in the forward direction.
+    // The product by exp(-2 pi i / 4).
     static Value quarterTurn(Value a) { return {a.node, (a.quarterTurns + 1) % 4}; }
     Value weightedSum(std::optional<Value> base, const std::vector<Term> &terms);
     // quarterTurn of the sum of factor * value; the turn goes into the constants.
     Value turnedSum(std::vector<Term> terms);
-    // The product by exp(-2 pi i angle).
-    Value rotate(Value a, const std::vector<Turn> &angles) { return rotate(a, angles[0]); }
-    Value rotate(Value a, Turn angle);
-    // The product by factor, which is positive.
-    Value scaled(Value a, Quad factor);
+    // The product by exp(-2 pi i angle), with an angle for each column of the group.
+    Value rotate(Value a, const std::vector<Turn> &angles);
+
+    // The product of each element by a constant of its own, vector by vector as the elements lie.
+    Column multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
+                      const std::vector<ComplexQuad> &inverse);
+    // The column with the term added to its first element.
+    Column withFirstIncreased(Column elements, const Element &term);
 
     // How many columns a vector holds.
-    static int lanes() { return 1; }
+    int perVector() const { return type.lanes / 2; }
 
-    // Runs block(rows, group) over the columns, one at a time.
-    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, int, Block block) {
-        std::vector<Column> results;
-        for (int first = 0; first < static_cast<int>(columns.size()); ++first)
-            results.push_back(block(columns[first], Group{first, 1}));
+    // Runs block(rows, group) over the columns, as many at a time as a vector holds, and returns its outputs
+    // as columns. A row holds the group's columns side by side.
+    template <class Block>
+    std::vector<Column> map(const std::vector<Column> &columns, int alike, Block block) {
+        std::vector<Column> results(columns.size());
+        const int total = static_cast<int>(columns.size());
+        for (Group group{0, 0}; group.first < total; group.first += group.count) {
+            group = groupFrom(group.first, total, perVector(), alike);
+            std::vector<Value> rows;
+            for (std::size_t row = 0; row < columns[group.first].size(); ++row) {
+                Column elements;
+                for (int column = group.first; column < group.first + group.count; ++column)
+                    elements.push_back(columns[column][row]);
+                rows.push_back(gathered(elements));
+            }
+            for (const Value &value : block(rows, group))
+                for (int place = 0; place < group.count; ++place)
+                    results[group.first + place].push_back({value.node, place, value.quarterTurns});
+        }
         return results;
     }
 
-    Graph &graph;
-
 private:
-    NodeId exchanged(NodeId a) { return graph.gather({a}, {1, 0}); }
-    // (re, -im) lanes of a factor in the forward kernel, (-re, im) in the inverse one: what a quarter turn
-    // does to exchanged lanes.
-    NodeId turningFactors(Quad factor);
+    Value gathered(const Column &elements);
+    // The node with the real and imaginary part of each number exchanged.
+    NodeId exchanged(NodeId a);
+    // A node that holds the value itself.
     NodeId resolved(Value a);
+    Value scaled(Value a, Quad factor);
+    Value multiply(Value a, const std::vector<ComplexQuad> &forward, const std::vector<ComplexQuad> &inverse);
 
+    // What a quarter turn by `turns`, times a factor for each number, does to parts, exchanged or not as the
+    // turn has it.
+    NodeId turningFactors(const std::vector<int> &turns, const std::vector<Quad> &factors);
+    NodeId turningFactors(int turns, Quad factor);
+    NodeId constant(const std::vector<Quad> &even, const std::vector<Quad> &odd);
+
+    Graph &graph;
     Type type;
+    Products products;
+    InverseBy inverse;
 };
 
 } // namespace zrfgen::gen

@@ -4,19 +4,16 @@
 #pragma once
 
 #include "algebra/decomposition.h"
-#include "algebra/linear_map.h"
-#include "algebra/split_complex.h"
+#include "algebra/half_spectrum.h"
 
 namespace zrfgen::gen {
 
 // The powers g^0 .. g^(p-2) modulo p of the smallest primitive root g.
 std::vector<int> powersOfPrimitiveRoot(int p);
 
-// Complex lanes: both transforms of length m are complex ones, with their columns in the lanes. The inverse
-// kernel is the same sequence with the signs of the odd spectrum constants changed, so the model must take
-// the direction from constants.
-SplitComplex::Column raderInComplexLanes(SplitComplex &m, const Decomposition &step,
-                                         const SplitComplex::Column &x);
+// The spectrum of the convolution's fixed sequence exp(-2 pi i g^-q / p), with the 1/m of the transform back
+// folded in.
+std::vector<ComplexQuad> raderSpectrum(const std::vector<int> &powers);
 
 // Real lanes: the convolution is one of real sequences, so both transforms are real ones, forward and
 // transposed, and the model's values go through them as if they were real numbers. Only the odd half of the

@@ -31,6 +31,12 @@ enum class Products {
     Wide,   // sums of products in Float64, narrowed once; plain additions stay Float32
 };
 
+// How the inverse transform comes out of the forward graph.
+enum class InverseBy {
+    Exchange,  // real and imaginary parts change places on reading and on writing
+    Constants, // some constants change sign
+};
+
 class RealArithmetic {
 public:
     RealArithmetic(Graph &graph, Type type, Products products)

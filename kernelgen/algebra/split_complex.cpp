@@ -63,16 +63,20 @@ Value SplitComplex::gathered(const std::vector<Column> &columns, Group group, st
     return gathered(elements);
 }
 
-Value SplitComplex::alone(const Element &element, int lane) {
-    const int lanes = real.type().lanes;
-    const NodeId zero = graph.broadcast(real.type(), 0);
-    const Value value = gathered(Column{element});
+Column SplitComplex::withFirstIncreased(Column elements, const Element &term) {
+    const int lanes = real.type().lanes, lane = elements[0].re.lane;
+    const NodeId zero = graph.broadcast(real.type(), 0), first = elements[0].re.node;
     std::vector<int> picks(lanes);
     for (int other = 0; other < lanes; ++other)
-        picks[other] = lanes + other;
-    picks[lane] = 0;
-    return {{graph.gather({value.re.node, zero}, picks), value.re.isNegative},
-            {graph.gather({value.im.node, zero}, picks), value.im.isNegative}};
+        picks[other] = other == lane ? 0 : lanes + other;
+    const Value value = gathered(Column{term});
+    const Value alone{{graph.gather({value.re.node, zero}, picks), value.re.isNegative},
+                      {graph.gather({value.im.node, zero}, picks), value.im.isNegative}};
+    const Value sum = add(alone, vectorOf(elements[0]));
+    for (Element &other : elements)
+        if (other.re.node == first)
+            other = element(sum, other.re.lane);
+    return elements;
 }
 
 Value SplitComplex::weightedSum(std::optional<Value> base, const std::vector<Term> &terms) {

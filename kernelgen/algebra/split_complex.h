@@ -3,18 +3,11 @@
 // one lane it is plain scalar arithmetic.
 #pragma once
 
+#include "algebra/columns.h"
 #include "algebra/real.h"
 #include "number/quad.h"
 
-#include <algorithm>
-
 namespace zrfgen::gen {
-
-// How the inverse transform comes out of the forward graph.
-enum class InverseBy {
-    Exchange,  // real and imaginary parts change places on reading and on writing
-    Constants, // some constants change sign
-};
 
 class SplitComplex {
 public:
@@ -35,11 +28,6 @@ public:
     };
     using Column = std::vector<Element>;
     static Element zero() { return {{zeroNode}, {zeroNode}}; }
-
-    // The columns that stand in the lanes of one vector.
-    struct Group {
-        int first, count;
-    };
 
     struct Term {
         Quad factor;
@@ -76,34 +64,32 @@ public:
         return {{element.re.node, element.re.isNegative}, {element.im.node, element.im.isNegative}};
     }
 
+    // The column with the term added to its first element.
+    Column withFirstIncreased(Column elements, const Element &term);
+
     // How many columns a vector holds.
-    int lanes() const { return real.type().lanes; }
+    int perVector() const { return real.type().lanes; }
 
     // Runs block(rows, group) over the columns, as many at a time as there are lanes, and returns its outputs
-    // as columns. A row holds the group's columns side by side. Each run of `alike` columns is the same place
-    // in as many transforms; where these fill most of a vector, no group crosses the end of a run.
+    // as columns. A row holds the group's columns side by side.
     template <class Block>
     std::vector<Column> map(const std::vector<Column> &columns, int alike, Block block) {
         std::vector<Column> results(columns.size());
-        const int lanes = real.type().lanes, total = static_cast<int>(columns.size());
-        const int run = 2 * alike > lanes ? alike : total;
-        for (int first = 0, end; first < total; first = end) {
-            end = std::min({first + lanes, (first / run + 1) * run, total});
-            const Group group{first, end - first};
+        const int total = static_cast<int>(columns.size());
+        for (Group group{0, 0}; group.first < total; group.first += group.count) {
+            group = groupFrom(group.first, total, perVector(), alike);
             std::vector<Value> rows;
-            for (std::size_t row = 0; row < columns[first].size(); ++row)
+            for (std::size_t row = 0; row < columns[group.first].size(); ++row)
                 rows.push_back(gathered(columns, group, row));
             for (const Value &value : block(rows, group))
                 for (int lane = 0; lane < group.count; ++lane)
-                    results[first + lane].push_back(element(value, lane));
+                    results[group.first + lane].push_back(element(value, lane));
         }
         return results;
     }
 
     // The values of these elements, one in each lane from lane 0 on.
     Value gathered(const Column &elements);
-    // A vector with the element in one lane and zero in the others.
-    Value alone(const Element &element, int lane);
     // The element that stands in one lane of the value.
     static Element element(const Value &value, int lane) {
         return {{value.re.node, lane, value.re.isNegative}, {value.im.node, lane, value.im.isNegative}};

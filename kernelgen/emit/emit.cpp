@@ -22,6 +22,11 @@ int bytes(Element element) {
     return element == Element::Float32 ? 4 : 8;
 }
 
+// Two floats lie in the lower half of a vector.
+bool isHalf(Type type) {
+    return type.element == Element::Float32 && type.lanes == 2;
+}
+
 // Where a vector's elements lie in the caller's array: one run, or two halves of which one may be missing.
 struct Move {
     bool isWhole;
@@ -34,7 +39,7 @@ Move asMove(const std::vector<int> &elements) {
 }
 
 bool isAligned(Type type, const Move &move) {
-    return move.isWhole && move.lower % type.lanes == 0;
+    return !isHalf(type) && move.isWhole && move.lower % type.lanes == 0;
 }
 
 class Emitter {
@@ -75,6 +80,8 @@ private:
         std::string lanes;
         for (const Quad value : node.values)
             lanes += (lanes.empty() ? "" : ", ") + literal(value, node.type.element);
+        if (isHalf(node.type))
+            lanes += ", 0, 0";
         return intrinsic("setr", node.type) + "(" + lanes + ")";
     }
 
@@ -85,6 +92,8 @@ private:
             const std::string sign = value < 0 ? "signBit" : "0";
             words += (words.empty() ? "" : ", ") + (isDouble(node.type) ? "0, " + sign : sign);
         }
+        if (isHalf(node.type))
+            words += ", 0, 0";
         return (isDouble(node.type) ? "_mm_castsi128_pd" : "_mm_castsi128_ps") +
                ("(_mm_setr_epi32(" + words + "))");
     }
@@ -138,9 +147,9 @@ private:
                             : call(intrinsic("xor", node.type), a(), constant(node.operands[1], true));
         case Op::Widen:
         case Op::Narrow:
-            if (!isScalar)
-                throw std::logic_error("emit: no vector conversions on this target");
-            return "static_cast<" + cType(node.type) + ">(" + a() + ")";
+            if (isScalar)
+                return "static_cast<" + cType(node.type) + ">(" + a() + ")";
+            return (node.op == Op::Widen ? "_mm_cvtps_pd(" : "_mm_cvtpd_ps(") + a() + ")";
         case Op::Gather:
             return shuffle(node);
         case Op::ByDirection:
@@ -162,10 +171,14 @@ private:
             return call(intrinsic("unpacklo", node.type), first, second);
         if (single->kind == Shuffle::Kind::UnpackHigh)
             return call(intrinsic("unpackhi", node.type), first, second);
-        const auto &lanes = single->lanes;
-        if (node.type.lanes == 2)
-            return intrinsic("shuffle", node.type) + "(" + first + ", " + second + ", " +
+        std::vector<int> lanes = single->lanes;
+        if (isDouble(node.type) && single->first == single->second && lanes == std::vector{1, 0})
+            return "exchanged(" + first + ")";
+        if (isDouble(node.type))
+            return "_mm_shuffle_pd(" + first + ", " + second + ", " +
                    std::to_string(lanes[0] + 2 * lanes[1]) + ")";
+        if (isHalf(node.type))
+            lanes.insert(lanes.end(), {2, 3}); // of one source: halves have nothing to mix yet
         if (lanes == std::vector{0, 1, 0, 1})
             return call("_mm_movelh_ps", first, second);
         if (lanes == std::vector{2, 3, 2, 3})
@@ -191,11 +204,11 @@ private:
             return "loadElement<" + cType(node.type) + ">(" + address("src", node.picks[0], element) + ")";
         const Move move = asMove(node.picks);
         const std::string suffix = isDouble(node.type) ? "Doubles" : "Floats";
+        if (isHalf(node.type) || move.upper == idle)
+            return "loadLower" + suffix + "(" + address("src", move.lower, element) + ")";
         if (move.isWhole)
             return "load" + suffix + access(node.type, move) + "(" + address("src", move.lower, element) +
                    ")";
-        if (move.upper == idle)
-            return "loadLower" + suffix + "(" + address("src", move.lower, element) + ")";
         return call("loadHalves" + suffix, address("src", move.lower, element),
                     address("src", move.upper, element));
     }
@@ -206,10 +219,10 @@ private:
         if (type.lanes == 1)
             return call("storeElement", address("dst", store.offsets[0], type.element), value);
         const Move move = asMove(store.offsets);
-        if (move.isWhole)
+        if (!isHalf(type) && move.isWhole)
             return call("storeVector" + access(type, move), address("dst", move.lower, type.element), value);
         std::string text = call("storeLower", address("dst", move.lower, type.element), value);
-        if (move.upper != idle)
+        if (!isHalf(type) && move.upper != idle)
             text += ";\n        " + call("storeUpper", address("dst", move.upper, type.element), value);
         return text;
     }

@@ -33,7 +33,8 @@ inline ComplexQuad onCircle(Turn angle) {
     return {cosine(angle), sine(angle)};
 }
 
-// Entry k of the transform of a sequence of n numbers: the sum over q of sequence(q) exp(-2 pi i q k / n).
+// Entry k of the transform of a sequence of n numbers: the sum over q of sequence(q) exp(-2 pi i q k / n). A
+// part that vanishes by symmetry is exactly 0, rather than what rounding left of it.
 template <class Sequence> ComplexQuad spectrum(int n, int k, Sequence sequence) {
     ComplexQuad sum;
     for (int q = 0; q < n; ++q) {
@@ -41,7 +42,8 @@ template <class Sequence> ComplexQuad spectrum(int n, int k, Sequence sequence) 
         sum.re += value.re * root.re - value.im * root.im;
         sum.im += value.re * root.im + value.im * root.re;
     }
-    return sum;
+    const auto cleaned = [](Quad x) { return x * x < 1e-60 ? 0 : x; };
+    return {cleaned(sum.re), cleaned(sum.im)};
 }
 
 } // namespace zrfgen::gen

@@ -57,7 +57,7 @@ TEST(Algebra, ComposesSteps) {
             expectDecomposition(model, graph, decomposition);
         }
         Graph graph;
-        InterleavedComplex model(graph, Element::Float64);
+        InterleavedComplex model(graph, {Element::Float64, 2}, Products::Narrow, InverseBy::Exchange);
         expectDecomposition(model, graph, decomposition);
     }
 }

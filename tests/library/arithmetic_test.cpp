@@ -1,0 +1,154 @@
+// The shortest transforms bit for bit against their arithmetic: each rounding where it belongs, in the order
+// of additions that makes up the result. Forward only: the inverse is the forward transform with real and
+// imaginary parts exchanged.
+#include "values.h"
+
+#include <complex>
+#include <functional>
+
+namespace {
+
+template <class Real> using List = std::vector<std::complex<Real>>;
+
+// A complex product of four real products and two additions.
+template <class Real> std::complex<Real> times(std::complex<Real> a, std::complex<Real> b) {
+    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+}
+
+template <class Real> std::complex<Real> timesI(std::complex<Real> a) {
+    return {-a.imag(), a.real()};
+}
+
+// cos + i sin of -k/n of a turn.
+template <class Real> std::complex<Real> twiddle(int k, int n) {
+    return {static_cast<Real>(cosineOfTurn(k, n)), static_cast<Real>(-sineOfTurn(k, n))};
+}
+
+template <class Real> List<Real> dft2(const List<Real> &x) {
+    return {x[0] + x[1], x[0] - x[1]};
+}
+
+// Wide is the type of the products; what they give is rounded to Real before the last additions.
+template <class Real, class Wide> List<Real> dft3(const List<Real> &x) {
+    using W = std::complex<Wide>;
+    const auto a = x[1] + x[2], b = x[1] - x[2];
+    const Wide half = static_cast<Wide>(0.5), sine = static_cast<Wide>(0.8660254037844386);
+    const std::complex<Real> m(W(x[0]) - half * W(a)), rotated(sine * W(b));
+    return {x[0] + a, m - timesI(rotated), m + timesI(rotated)};
+}
+
+template <class Real> List<Real> dft4(const List<Real> &x) {
+    const auto u0 = x[0] + x[2], u1 = x[0] - x[2], u2 = x[1] + x[3], u3 = x[1] - x[3];
+    return {u0 + u2, u1 - timesI(u3), u0 - u2, u1 + timesI(u3)};
+}
+
+template <class Real, class Wide> List<Real> dft5(const List<Real> &x) {
+    using W = std::complex<Wide>;
+    const auto a = x[1] + x[4], b = x[2] + x[3], d = x[1] - x[4], e = x[2] - x[3];
+    const auto c1 = static_cast<Wide>(0.30901699437494745), c2 = static_cast<Wide>(0.8090169943749475);
+    const auto s1 = static_cast<Wide>(0.9510565162951535), s2 = static_cast<Wide>(0.5877852522924731);
+    const std::complex<Real> m1(W(x[0]) + c1 * W(a) - c2 * W(b)), m2(W(x[0]) - c2 * W(a) + c1 * W(b));
+    const std::complex<Real> n1(s1 * W(d) + s2 * W(e)), n2(s2 * W(d) - s1 * W(e));
+    return {x[0] + a + b, m1 - timesI(n1), m2 - timesI(n2), m2 + timesI(n2), m1 + timesI(n1)};
+}
+
+// Three pairs (j, j + 3), then a 3-point transform over their sums and one over their differences.
+template <class Real> List<Real> dft6(const List<Real> &x) {
+    const auto sums = dft3<Real, Real>({x[0] + x[3], x[2] + x[5], x[4] + x[1]});
+    const auto differences = dft3<Real, Real>({x[0] - x[3], x[2] - x[5], x[4] - x[1]});
+    return {sums[0], differences[1], sums[2], differences[0], sums[1], differences[2]};
+}
+
+// N = a b: a-point transforms of the residue classes modulo b, twiddle factors, b-point transforms.
+template <class Real, int a, int b, auto first, auto second> List<Real> cooleyTukey(const List<Real> &x) {
+    List<Real> columns[b], result(a * b);
+    for (int j2 = 0; j2 < b; ++j2) {
+        for (int j1 = 0; j1 < a; ++j1)
+            columns[j2].push_back(x[b * j1 + j2]);
+        columns[j2] = first(columns[j2]);
+    }
+    for (int k1 = 0; k1 < a; ++k1) {
+        List<Real> row;
+        for (int j2 = 0; j2 < b; ++j2)
+            row.push_back(times(columns[j2][k1], twiddle<Real>(j2 * k1, a * b)));
+        row = second(row);
+        for (int k2 = 0; k2 < b; ++k2)
+            result[k1 + a * k2] = row[k2];
+    }
+    return result;
+}
+
+// In Complex64 the odd half is turned by an eighth ahead of its last additions.
+List<Float64> dft8InVectors(const List<Float64> &x) {
+    const auto even = dft4<Float64>({x[0], x[2], x[4], x[6]});
+    const auto u0 = x[1] + x[5], u2 = x[3] + x[7];
+    const auto hu = 0.7071067811865476 * (x[1] - x[5]), hv = 0.7071067811865476 * (x[3] - x[7]);
+    const auto p = hu - hv, iq = timesI(hu + hv);
+    const List<Float64> odd = {u0 + u2, p - iq, timesI(u2 - u0), -p - iq};
+    List<Float64> result;
+    for (const double sign : {1., -1.})
+        for (int k = 0; k < 4; ++k)
+            result.push_back(even[k] + sign * odd[k]);
+    return result;
+}
+
+template <class Real> using Oracle = std::function<List<Real>(const List<Real> &)>;
+
+template <class Real> Values outputOf(const Oracle<Real> &oracle, const Values &input) {
+    List<Real> list;
+    for (std::size_t i = 0; i < input.size(); i += 2)
+        list.emplace_back(static_cast<Real>(input[i]), static_cast<Real>(input[i + 1]));
+    Values values;
+    for (const auto &element : oracle(list))
+        values.insert(values.end(), {element.real(), element.imag()});
+    return values;
+}
+
+const Transform &forward(int length, bool isSingle) {
+    for (const Transform &transform : builtTransforms())
+        if (transform.isForward && transform.length == length && transform.isSingle == isSingle)
+            return transform;
+    throw std::out_of_range("no transform of this length");
+}
+
+// How many of a thousand random inputs give just the oracle's numbers.
+template <class Real> int agreements(int length, const Oracle<Real> &oracle) {
+    const Transform &transform = forward(length, sizeof(Real) == sizeof(Float32));
+    int count = 0;
+    for (unsigned seed = 0; seed < 1000; ++seed) {
+        const Values input = randomValues(transform, seed);
+        count += run(transform, input, zrfScaleNone) == outputOf(oracle, input);
+    }
+    return count;
+}
+
+TEST(Arithmetic, Complex32) {
+    EXPECT_EQ(agreements<Float32>(2, dft2<Float32>), 1000);
+    EXPECT_EQ(agreements<Float32>(4, dft4<Float32>), 1000);
+    EXPECT_EQ(agreements<Float32>(6, dft6<Float32>), 1000);
+    EXPECT_EQ(agreements<Float32>(8, cooleyTukey<Float32, 4, 2, dft4<Float32>, dft2<Float32>>), 1000);
+    constexpr auto dft3Narrow = dft3<Float32, Float32>;
+    EXPECT_EQ(agreements<Float32>(9, cooleyTukey<Float32, 3, 3, dft3Narrow, dft3Narrow>), 1000);
+    EXPECT_EQ(agreements<Float32>(16, cooleyTukey<Float32, 4, 4, dft4<Float32>, dft4<Float32>>), 1000);
+}
+
+// The shortest odd lengths multiply in Float64, and that can be seen: Float32 products give other numbers.
+TEST(Arithmetic, Complex32WithWideProducts) {
+    EXPECT_EQ(agreements<Float32>(3, dft3<Float32, Float64>), 1000);
+    EXPECT_LT(agreements<Float32>(3, dft3<Float32, Float32>), 1000);
+    EXPECT_EQ(agreements<Float32>(5, dft5<Float32, Float64>), 1000);
+    EXPECT_LT(agreements<Float32>(5, dft5<Float32, Float32>), 1000);
+}
+
+TEST(Arithmetic, Complex64) {
+    constexpr auto block3 = dft3<Float64, Float64>;
+    EXPECT_EQ(agreements<Float64>(2, dft2<Float64>), 1000);
+    EXPECT_EQ(agreements<Float64>(3, block3), 1000);
+    EXPECT_EQ(agreements<Float64>(4, dft4<Float64>), 1000);
+    EXPECT_EQ(agreements<Float64>(5, dft5<Float64, Float64>), 1000);
+    EXPECT_EQ(agreements<Float64>(6, dft6<Float64>), 1000);
+    EXPECT_EQ(agreements<Float64>(8, dft8InVectors), 1000);
+    EXPECT_EQ(agreements<Float64>(9, cooleyTukey<Float64, 3, 3, block3, block3>), 1000);
+}
+
+} // namespace

@@ -1,0 +1,93 @@
+// What a caller's registers, stack and floating-point state look like after a call.
+#include "values.h"
+
+#include <algorithm>
+#include <cfenv>
+#include <cstdint>
+#include <pmmintrin.h>
+
+namespace {
+
+using Word = std::uintptr_t;
+
+#ifdef __x86_64__
+constexpr int keptRegisters = 6;
+#else
+constexpr int keptRegisters = 4;
+#endif
+
+struct CallProbe {
+    Word callerStack, stackBefore, stackAfter;
+    Word keptBefore[6], keptAfter[6];
+};
+
+extern "C" CallProbe callProbe;
+extern "C" Word probeCall(Word function, const Word *arguments, Word argumentCount, Word stackShift);
+
+// Rounds to zero and flushes denormals: states that no program starts with.
+constexpr unsigned unusualSseState =
+    0x1f80 | _MM_ROUND_TOWARD_ZERO | _MM_FLUSH_ZERO_ON | _MM_DENORMALS_ZERO_ON;
+constexpr unsigned sseStatusBits = 0x3f;
+constexpr std::uint16_t unusualX87Control = 0x0e7f; // rounds to zero, double precision
+
+// On 32-bit x86 the stack comes back only if the function has removed just its arguments.
+Word callAndCheck(Word function, std::vector<Word> arguments, Word stackShift) {
+    SCOPED_TRACE(testing::Message() << "stack " << stackShift << " bytes below a boundary");
+    const Word argumentCount = arguments.size();
+    arguments.resize(4);
+    for (int i = 0; i < keptRegisters; ++i)
+        callProbe.keptBefore[i] = static_cast<Word>(0x5a17c0de0badf00du) * static_cast<Word>(2 * i + 3);
+
+    std::fenv_t usual, after;
+    std::fegetenv(&usual);
+    const unsigned usualSseState = _mm_getcsr();
+    asm volatile("fldcw %0" : : "m"(unusualX87Control));
+    _mm_setcsr(unusualSseState);
+    const Word result = probeCall(function, arguments.data(), argumentCount, stackShift);
+    const unsigned sseStateAfter = _mm_getcsr();
+    _mm_setcsr(usualSseState);
+    std::fegetenv(&after);
+    std::fesetenv(&usual);
+
+    EXPECT_EQ(callProbe.stackAfter, callProbe.stackBefore);
+    EXPECT_TRUE(std::equal(callProbe.keptBefore, callProbe.keptBefore + keptRegisters, callProbe.keptAfter));
+    EXPECT_EQ(sseStateAfter & ~sseStatusBits, unusualSseState);
+    EXPECT_EQ(after.__control_word, unusualX87Control);
+    EXPECT_EQ(after.__tags & 0xffff, 0xffff) << "the x87 registers are not empty";
+    return result;
+}
+
+class CallingConvention : public EachTransform {};
+
+TEST_P(CallingConvention, KeepsTheCallersState) {
+    const Transform &transform = GetParam();
+    const Word call = reinterpret_cast<Word>(transform.call);
+    const Word anySize = reinterpret_cast<Word>(transform.anySize);
+    const Word length = static_cast<Word>(transform.length);
+    const Values input = randomValues(transform, 5);
+    Arena src(0), dst(0);
+    for (const std::size_t offset : {0, 4})
+        for (const Word stackShift : {0, 4, 8, 12}) {
+            encode(transform, input, src.at(offset));
+            const Word from = reinterpret_cast<Word>(src.at(offset)),
+                       to = reinterpret_cast<Word>(dst.at(offset));
+            const auto check = [&](Word function, const std::vector<Word> &arguments, Status expected) {
+                EXPECT_EQ(static_cast<Status>(callAndCheck(function, arguments, stackShift)), expected);
+            };
+            check(call, {from, to, zrfScaleNone}, zrfStatusOk);
+            check(call, {from, 0, zrfScaleNone}, zrfStatusNullPointer);
+            check(call, {from, to, 3}, zrfStatusFlagError);
+            check(anySize, {from, to, length, zrfScaleNone}, zrfStatusOk);
+            check(anySize, {from, to, 65, zrfScaleNone}, zrfStatusSizeError);
+        }
+}
+
+INSTANTIATE_FOR_EACH_TRANSFORM(CallingConvention);
+
+TEST(CallingConvention, KeepsTheCallersStateInTheVersionQuery) {
+    const Word query = reinterpret_cast<Word>(exportAddress("zrfgenGetLibVersion"));
+    for (const Word stackShift : {0, 4, 8, 12})
+        EXPECT_NE(callAndCheck(query, {}, stackShift), 0u);
+}
+
+} // namespace

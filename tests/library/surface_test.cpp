@@ -1,0 +1,129 @@
+// The library as the linker and the loader see it.
+#include "registry.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+extern "C" int callFromC(void);
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines linesOf(const std::string &command) {
+    Lines lines;
+    std::FILE *pipe = popen(command.c_str(), "r");
+    for (char line[1000]; std::fgets(line, sizeof line, pipe) != nullptr;)
+        lines.emplace_back(line, std::strcspn(line, "\n"));
+    EXPECT_EQ(pclose(pipe), 0) << command;
+    return lines;
+}
+
+// The dynamic symbols of one kind, without symbol versions, in byte order.
+Lines symbols(const std::string &kind) {
+    Lines names;
+    for (const std::string &line : linesOf(ZRFGEN_NM " -D -P " + kind + " " ZRFGEN_LIBRARY))
+        if (line[line.find(' ') + 1] != 'w') // the loader's optional hooks
+            names.push_back(line.substr(0, line.find_first_of("@ ")));
+    std::ranges::sort(names);
+    return names;
+}
+
+Lines planned() {
+    return linesOf(ZRFGEN_KERNELGEN " exports");
+}
+
+Lines built() {
+    return linesOf(ZRFGEN_KERNELGEN " exports built");
+}
+
+// The tests of each transform find theirs by the length, so this also shows that they have left none out.
+TEST(Surface, ExportsAreTheBuiltOnes) {
+    Lines tested = {"zrfgDFTFwd_CToC_32fc", "zrfgDFTFwd_CToC_64fc", "zrfgDFTInv_CToC_32fc",
+                    "zrfgDFTInv_CToC_64fc", "zrfgenGetLibVersion"};
+    for (const Transform &transform : builtTransforms())
+        tested.push_back(transform.name);
+    std::ranges::sort(tested);
+    EXPECT_EQ(symbols("--defined-only"), built());
+    EXPECT_EQ(tested, built());
+    EXPECT_TRUE(std::ranges::includes(planned(), built()));
+}
+
+TEST(Surface, PlansAllFamiliesInByteOrder) {
+    Lines expected = {"zrfgenGetLibVersion"};
+    const auto addFamily = [&](const std::string &family, int first, int last, const std::string &suffix) {
+        for (int size = first; size <= last; ++size)
+            expected.push_back("zrfg" + family + "_" + std::to_string(size) + "_" + suffix);
+        expected.push_back("zrfg" + family + "_" + suffix);
+    };
+    for (const std::string bits : {"32", "64"}) {
+        for (const char *family : {"DFTFwd_CToC", "DFTInv_CToC"})
+            addFamily(family, 2, 64, bits + "fc");
+        for (const char *family : {"DFTFwd_RToCCS", "DFTFwd_RToPack", "DFTFwd_RToPerm", "DFTInv_CCSToR",
+                                   "DFTInv_PackToR", "DFTInv_PermToR", "Hartley"})
+            addFamily(family, 2, 64, bits + "f");
+        addFamily("WHT", 1, 13, bits + "f");
+        for (const char *name :
+             {"WHTGetBufferSize", "DCT4GetSize", "DCT4Init", "DCT4InitAlloc", "DCT4", "DCT4Free"})
+            expected.push_back(std::string("zrfg") + name + "_" + bits + "f");
+    }
+    std::ranges::sort(expected);
+    ASSERT_EQ(expected.size(), 1193u);
+    EXPECT_EQ(planned(), expected);
+    EXPECT_EQ(expected.front(), "zrfgDCT4Free_32f");
+    EXPECT_EQ(expected.back(), "zrfgenGetLibVersion");
+}
+
+TEST(Surface, NeedsTheCoreLibraryAndTheMathLibraryAtMost) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "sanitizers bring imports of their own";
+#endif
+    const Lines allowed = {"cos", "sin", "zrfFree", "zrfGetEnabledCpuFeatures", "zrfMalloc"};
+    const Lines needed = symbols("--undefined-only");
+    EXPECT_TRUE(std::ranges::includes(allowed, needed)) << testing::PrintToString(needed);
+    EXPECT_TRUE(std::ranges::count(needed, "zrfGetEnabledCpuFeatures"));
+    bool namesCoreLibrary = false;
+    for (const std::string &line : linesOf(ZRFGEN_READELF " -dW " ZRFGEN_LIBRARY)) {
+        EXPECT_EQ(line.find("TEXTREL"), std::string::npos) << line;
+        EXPECT_EQ(line.find("libstdc++"), std::string::npos) << line;
+        namesCoreLibrary |=
+            line.find("NEEDED") != std::string::npos && line.find("libzrfcore") != std::string::npos;
+    }
+    EXPECT_TRUE(namesCoreLibrary);
+}
+
+// Stubs of 16 bytes side by side in export order; each jumps through the slot of the same position.
+TEST(Surface, StubsAndSlotsStandInExportOrder) {
+    const Lines names = built();
+    const auto *first = static_cast<const unsigned char *>(exportAddress(names[0]));
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % 16, 0u);
+    const unsigned char *firstSlot = nullptr;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        SCOPED_TRACE(names[i]);
+        const auto *stub = static_cast<const unsigned char *>(exportAddress(names[i]));
+        ASSERT_EQ(stub, first + 16 * i);
+#ifdef __x86_64__
+        const int jump = 0, base = 6;
+        const unsigned char indirectJump[] = {0xff, 0x25}; // jmp *offset(%rip)
+#else
+        const int jump = 5, base = 5;
+        EXPECT_EQ(stub[0], 0xe8);                          // call: the program counter, in eax
+        const unsigned char indirectJump[] = {0xff, 0xa0}; // jmp *offset(%eax)
+#endif
+        ASSERT_EQ(std::memcmp(stub + jump, indirectJump, 2), 0);
+        int32_t offset;
+        std::memcpy(&offset, stub + jump + 2, sizeof offset);
+        const unsigned char *const slot = stub + base + offset;
+        if (i == 0)
+            firstSlot = slot;
+        EXPECT_EQ(slot, firstSlot + i * sizeof(void *));
+    }
+}
+
+TEST(Surface, HeaderServesC) {
+    EXPECT_EQ(callFromC(), 0);
+}
+
+} // namespace
