@@ -2,8 +2,7 @@
 // for.
 //
 // A Kernel is a generated type with
-//     Real                  the element type of the arithmetic's result
-//     byN, bySqrtN          1/N and 1/sqrt(N), the exact values rounded once
+//     one, byN, bySqrtN     1, 1/N and 1/sqrt(N), the exact values rounded once, each twice over in a row
 //     hasTwoPaths           whether alignment makes a difference to its text
 //     transform<direction, access>(src, dst, factor)
 #pragma once
@@ -20,15 +19,15 @@ inline Status checkAndTransform(const void *src, void *dst, std::int32_t flag) {
     if (src == nullptr || dst == nullptr)
         return zrfStatusNullPointer;
     constexpr bool isForward = direction == Direction::Forward;
-    typename Kernel::Real factor;
+    const auto *factor = Kernel::one;
     if (flag == zrfScaleNone)
-        factor = 1;
+        factor = Kernel::one;
     else if (flag == zrfScaleBySqrtN)
         factor = Kernel::bySqrtN;
     else if (flag == zrfScaleFwdByN)
-        factor = isForward ? Kernel::byN : 1;
+        factor = isForward ? Kernel::byN : Kernel::one;
     else if (flag == zrfScaleInvByN)
-        factor = isForward ? 1 : Kernel::byN;
+        factor = isForward ? Kernel::one : Kernel::byN;
     else
         return zrfStatusFlagError;
     Kernel::template transform<direction, access>(static_cast<const unsigned char *>(src),

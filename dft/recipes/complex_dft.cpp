@@ -69,17 +69,17 @@ std::string exportName(const std::string &direction, int length, Element element
 std::string wrapped(int length, Element element, const Graph &graph, const std::string &body) {
     const std::string bits = element == Element::Float32 ? "32" : "64";
     const std::string n = std::to_string(length), type = "Dft" + n + "Complex" + bits, real = "Float" + bits;
-    const auto factor = [&](Quad value) { return literal(value, element); };
     std::string text =
         "#include \"kernel.h\"\n\nnamespace zrfgen {\n\nnamespace {\n\nstruct " + type + " {\n";
-    text += "    using Real = " + real + ";\n";
-    text += "    static constexpr Real byN = " + factor(Quad(1) / length) +
-            ", bySqrtN = " + factor(1 / squareRoot(length)) + ";\n";
+    for (const auto &[name, value] : {std::pair("one", Quad(1)), std::pair("byN", Quad(1) / length),
+                                      std::pair("bySqrtN", 1 / squareRoot(length))})
+        text += "    alignas(16) static constexpr " + real + " " + name + "[] = {" + literal(value, element) +
+                ", " + literal(value, element) + "};\n";
     text += std::string("    static constexpr bool hasTwoPaths = ") +
             (hasAlignedMoves(graph) ? "true" : "false") + ";\n\n";
     text += "    template <Direction direction, Access access>\n"
-            "    static void transform(const unsigned char *src, unsigned char *dst, Real factor) {\n" +
-            body + "    }\n};\n\n} // namespace\n\n";
+            "    static void transform(const unsigned char *src, unsigned char *dst, const " +
+            real + " *factor) {\n" + body + "    }\n};\n\n} // namespace\n\n";
     for (const char *direction : {"Forward", "Inverse"})
         text += "extern \"C\" Status ZRF_CALL ZRF_BODY(" + exportName(direction, length, element) +
                 ")(const Complex" + bits + " *src, Complex" + bits +

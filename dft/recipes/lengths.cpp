@@ -41,6 +41,9 @@ Decomposition mixed7() { return firstThenOthers(H(PF(2, 3)), 7); }
 // rotations then need no exchange of parts.
 Decomposition L(Decomposition decomposition) { return realLanes(decomposition); }
 
+// A length of 4 or 8 split around an odd one.
+Decomposition around(int first, Decomposition inner, int last) { return surrounded(first, inner, last); }
+
 Decomposition s5() { return sumDifference5(); }
 
 const LengthRecipe table[] = {
@@ -71,7 +74,7 @@ const LengthRecipe table[] = {
     {25, SplitLanes,  T(5, 5),                             L(T(5, 5))},
     {26, SplitLanes,  PF(p13(), 2),                        PF(p13(), 2)},
     {27, SplitLanes,  T(T(3, 3), 3),                       L(T(3, T(3, 3)))},
-    {28, SplitLanes,  PF(4, 7),                            PF(4, 7)},
+    {28, SplitLanes,  PF(4, 7),                            around(2, 7, 2)},
     {29, SplitLanes,  R(PF(4, 7), PF(7, 4)),               p29()},
     {30, SplitLanes,  PF(PF(5, 2), 3),                     PF(PF(2, 5), 3)},
     {31, SplitLanes,  R(PF(PF(5, 2), 3), PF(PF(5, 2), 3)), p31()},
@@ -79,15 +82,15 @@ const LengthRecipe table[] = {
     {33, SplitLanes,  PF(11, 3),                           PF(11, 3)},
     {34, SplitLanes,  PF(2, p17()),                        PF(2, p17())},
     {35, SplitLanes,  PF(5, 7),                            PF(s5(), mixed7())},
-    {36, SplitLanes,  PF(4, T(3, 3)),                      L(PF(4, T(3, 3)))},
+    {36, SplitLanes,  PF(4, T(3, 3)),                      L(around(2, T(3, 3), 2))},
     {37, SplitLanes,  R(PF(4, T(3, 3)), PF(T(3, 3), 4)),   p37()},
     {38, SplitLanes,  PF(2, p19()),                        PF(2, p19())},
     {39, SplitLanes,  PF(p13(), 3),                        PF(p13(), 3)},
-    {40, SplitLanes,  T(PF(5, 2), 4),                      L(PF(T(4, 2), 5))},
+    {40, SplitLanes,  T(PF(5, 2), 4),                      L(around(4, 5, 2))},
     {41, SplitLanes,  R(T(PF(5, 2), 4), T(4, PF(5, 2))),   p41()},
     {42, SplitLanes,  PF(PF(7, 2), 3),                     PF(PF(2, 7), 3)},
     {43, SplitLanes,  R(PF(PF(7, 2), 3), PF(PF(7, 2), 3)), p43()},
-    {44, SplitLanes,  PF(4, 11),                           PF(4, 11)},
+    {44, SplitLanes,  PF(4, 11),                           around(2, 11, 2)},
     {45, SplitLanes,  T(PF(5, 3), 3),                      L(PF(5, T(3, 3)))},
     {46, SplitLanes,  PF(p23(), 2),                        PF(p23(), 2)},
     {47, SplitLanes,  B(47, T(PF(3, T(4, 2)), 4)),         p47()},

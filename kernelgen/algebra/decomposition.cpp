@@ -16,6 +16,10 @@ Decomposition PF(Decomposition first, Decomposition second) {
     return {Method::PrimeFactor, first.length * second.length, {first, second}};
 }
 
+Decomposition surrounded(Decomposition first, Decomposition inner, Decomposition last) {
+    return {Method::Surrounded, first.length * inner.length * last.length, {first, inner, last}};
+}
+
 Decomposition T(Decomposition first, Decomposition second) {
     return {Method::CooleyTukey, first.length * second.length, {first, second}};
 }
@@ -40,14 +44,17 @@ std::string describe(const Decomposition &decomposition) {
     if (decomposition.method == Method::RealLanes)
         return describe(decomposition.factors[0]);
     const auto isStep = [](const Decomposition &part) {
-        return part.method == Method::PrimeFactor || part.method == Method::CooleyTukey;
+        return part.method == Method::PrimeFactor || part.method == Method::CooleyTukey ||
+               part.method == Method::Surrounded;
     };
     if (!isStep(decomposition))
         return std::to_string(decomposition.length);
     const auto factor = [&](const Decomposition &part) {
         return isStep(part) ? "(" + describe(part) + ")" : describe(part);
     };
-    const std::string stages = factor(decomposition.factors[0]) + " > " + factor(decomposition.factors[1]);
+    std::string stages;
+    for (const Decomposition &part : decomposition.factors)
+        stages += (stages.empty() ? "" : " > ") + factor(part);
     if (decomposition.method == Method::CooleyTukey)
         return stages + " T";
     return stages;

@@ -13,6 +13,7 @@ struct Decomposition {
         FirstThenOthers, // a block whose first column takes one form and whose others take another
         PrimeFactor,     // two coprime factors, no twiddle between
         CooleyTukey,     // two factors, twiddles between
+        Surrounded,      // a step of the two outer factors with a coprime one run between their stages
         RealLanes,       // any decomposition, taken as a transform of real numbers until the last additions
         ComplexRader, // a prime p by a cyclic convolution of length p - 1, with complex transforms there and
                       // back
@@ -33,6 +34,8 @@ Decomposition sumDifference5();
 Decomposition firstThenOthers(Decomposition first, Decomposition others);
 // Prime-factor step: `first` runs first.
 Decomposition PF(Decomposition first, Decomposition second);
+// Prime-factor step of `inner` and T(first, last), the stages in the order of the arguments.
+Decomposition surrounded(Decomposition first, Decomposition inner, Decomposition last);
 // Cooley-Tukey step.
 Decomposition T(Decomposition first, Decomposition second);
 Decomposition realLanes(Decomposition decomposition);

@@ -102,19 +102,21 @@ Rows<Model> rotatedFourPoint(Model &m, const Rows<Model> &x, const std::vector<T
 template <class Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
                                                 const Columns<Model> &columns, int alike = 1);
 
-// The transform of a real column is its own mirror image, but twiddles keep rows k1 and a - k1 from looking
-// alike. Where the model knows real columns, takes the outputs of the upper rows from the lower ones, so that
-// the upper ones need not be computed.
+// The transform of a real column is its own mirror image, but twiddles keep rows k1 and a - k1 of a
+// Cooley-Tukey step of length q from looking alike. Where the model knows real columns, takes the outputs of
+// the upper rows from the lower ones, so that the upper ones need not be computed.
 template <class Model>
-void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, int a) {
+void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, int a, int q) {
     if constexpr (requires { Model::isReal(columns[0]); }) {
         for (std::size_t c = 0; c < columns.size(); ++c) {
             if (!Model::isReal(columns[c]))
                 continue;
             const int n = static_cast<int>(columns[c].size());
-            for (int k = 0; k < n; ++k)
-                if (2 * (k % a) > a || (2 * (k % a) == a && 2 * k > n))
+            for (int k = 0; k < n; ++k) {
+                const int row = k % q % a;
+                if (2 * row > a || (2 * row == a && 2 * (k % q) > q))
                     results[c][k] = Model::conjugate(results[c][n - k]);
+            }
         }
     }
 }
@@ -148,8 +150,20 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
     for (int c = 0; c < count; ++c)
         for (int k = 0; k < n; ++k)
             results[c][k] = across[k % a * count + c][k % b];
-    takeHalfOfRealRows<Model>(results, columns, a);
+    takeHalfOfRealRows<Model>(results, columns, a, a);
     return results;
+}
+
+// A row of single elements, rotated by exp(-2 pi i r k1 / n), k1 counting its runs of `alike` ones.
+template <class Model> Columns<Model> twiddled(Model &m, const Columns<Model> &row, int alike, int r, int n) {
+    if (r == 0)
+        return row;
+    return m.map(row, alike, [&](const Rows<Model> &x, Group group) {
+        std::vector<Turn> angles;
+        for (int column = group.first; column < group.first + group.count; ++column)
+            angles.push_back({r * (column / alike), n});
+        return Rows<Model>{m.rotate(x[0], angles)};
+    });
 }
 
 // J. W. Cooley and J. W. Tukey, 1965: residue classes modulo b, rotation by exp(-2 pi i r k1 / n), transforms
@@ -186,14 +200,8 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
         for (int k1 = 0; k1 < a; ++k1)
             for (int c = 0; c < count; ++c)
                 row.push_back({classes[r * count + c][k1]});
-        if (r > 0 && !rotatesInside) {
-            row = m.map(row, count, [&](const Rows<Model> &x, Group group) {
-                std::vector<Turn> angles;
-                for (int column = group.first; column < group.first + group.count; ++column)
-                    angles.push_back({r * (column / count), n});
-                return Rows<Model>{m.rotate(x[0], angles)};
-            });
-        }
+        if (!rotatesInside)
+            row = twiddled(m, row, count, r, n);
         for (int column = 0; column < a * count; ++column)
             across[column].push_back(row[column][0]);
     }
@@ -203,7 +211,54 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
     for (int c = 0; c < count; ++c)
         for (int k = 0; k < n; ++k)
             results[c][k] = across[k % a * count + c][k / a];
-    takeHalfOfRealRows<Model>(results, columns, a);
+    takeHalfOfRealRows<Model>(results, columns, a, n);
+    return results;
+}
+
+// A prime-factor step of q = a c and b, with the transform of b run between the two stages of q: one works
+// across the residue classes and the other within them, so their order is free.
+template <class Model>
+Columns<Model> surroundedStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
+    const Decomposition &first = step.factors[0], &inner = step.factors[1], &last = step.factors[2];
+    const int a = first.length, b = inner.length, c = last.length, q = a * c, n = step.length;
+    const int count = static_cast<int>(columns.size()), alike = b * count;
+
+    Columns<Model> parts;
+    for (int s = 0; s < c; ++s)
+        for (int r = 0; r < b; ++r)
+            for (const auto &x : columns) {
+                typename Model::Column members;
+                for (int i = 0; i < a; ++i)
+                    members.push_back(x[(b * (c * i + s) + q * r) % n]);
+                parts.push_back(members);
+            }
+    parts = transform(m, first, parts, alike);
+
+    Columns<Model> inside(q * count);
+    for (int s = 0; s < c; ++s)
+        for (int k1 = 0; k1 < a; ++k1)
+            for (int place = 0; place < alike; ++place)
+                inside[(s * a + k1) * count + place % count].push_back(parts[s * alike + place][k1]);
+    inside = transform(m, inner, inside, count);
+
+    Columns<Model> across(a * alike);
+    for (int s = 0; s < c; ++s) {
+        Columns<Model> row;
+        for (int k1 = 0; k1 < a; ++k1)
+            for (int kb = 0; kb < b; ++kb)
+                for (int column = 0; column < count; ++column)
+                    row.push_back({inside[(s * a + k1) * count + column][kb]});
+        row = twiddled(m, row, alike, s, q);
+        for (int place = 0; place < a * alike; ++place)
+            across[place].push_back(row[place][0]);
+    }
+    across = transform(m, last, across, alike);
+
+    Columns<Model> results(count, typename Model::Column(n));
+    for (int column = 0; column < count; ++column)
+        for (int k = 0; k < n; ++k)
+            results[column][k] = across[k % q % a * alike + k % b * count + column][k % q / a];
+    takeHalfOfRealRows<Model>(results, columns, a, q);
     return results;
 }
 
@@ -228,6 +283,9 @@ template <class Model> Columns<Model> transform(Model &m, const Decomposition &d
         return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
             return primeFactorStep(m, decomposition, chunk);
         });
+    case Decomposition::Method::Surrounded:
+        return oneVectorAtATime(
+            m, columns, [&](const Columns<Model> &chunk) { return surroundedStep(m, decomposition, chunk); });
     case Decomposition::Method::CooleyTukey:
         return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
             return cooleyTukeyStep(m, decomposition, chunk);

@@ -109,7 +109,9 @@ private:
         if (node.op == Op::ByDirection)
             value = byDirection(constant(node.operands[0], asMask), constant(node.operands[1], asMask));
         else if (node.op == Op::Scale)
-            value = node.type.lanes == 1 ? "factor" : intrinsic("set1", node.type) + "(factor)";
+            value = node.type.lanes == 1  ? "*factor"
+                    : isDouble(node.type) ? "_mm_load_pd(factor)"
+                                          : "_mm_set1_ps(*factor)";
         else
             value = asMask ? signMask(node) : vectorConstant(node);
         const std::string declared = (node.op == Op::Scale ? "scale" : (asMask ? "s" : "k") + name->second);

@@ -11,8 +11,9 @@ namespace zrfgen::gen {
 // A number as a hexadecimal literal of the element type: the value rounded once.
 std::string literal(Quad value, Element element);
 
-// The statements of a function body over `src`, `dst` (byte pointers) and `factor` (the scale), with the
-// template parameters `direction` and `access` in scope. The graph must have been lowered.
+// The statements of a function body over `src`, `dst` (byte pointers) and `factor` (the scale twice over, on
+// a 16-byte boundary), with the template parameters `direction` and `access` in scope. The graph must have
+// been lowered.
 std::string emitBody(const Graph &graph, const Schedule &schedule);
 
 // Whether the text depends on `access`: some move takes a whole vector that an aligned array aligns.

@@ -47,9 +47,20 @@ void expectDecomposition(Model &model, Graph &graph, const Decomposition &decomp
 // Decompositions nest in any way, in each number model, whatever the number of columns left over in the
 // lanes.
 TEST(Algebra, ComposesSteps) {
-    const Decomposition decompositions[] = {
-        T(2, 2),       PF(5, 3),      T(4, PF(5, 3)), PF(T(4, 2), 3),  T(T(3, 3), 3),       PF(T(3, 3), 7),
-        T(T(4, 2), 4), T(4, T(3, 4)), T(5, 5),        PF(PF(3, 5), 4), T(T(4, 2), T(4, 2)), T(PF(5, 2), 4)};
+    const Decomposition decompositions[] = {T(2, 2),
+                                            PF(5, 3),
+                                            T(4, PF(5, 3)),
+                                            PF(T(4, 2), 3),
+                                            T(T(3, 3), 3),
+                                            PF(T(3, 3), 7),
+                                            T(T(4, 2), 4),
+                                            T(4, T(3, 4)),
+                                            T(5, 5),
+                                            PF(PF(3, 5), 4),
+                                            T(T(4, 2), T(4, 2)),
+                                            T(PF(5, 2), 4),
+                                            surrounded(2, 7, 2),
+                                            surrounded(4, T(3, 3), 2)};
     for (const Decomposition &decomposition : decompositions) {
         for (const int lanes : {1, 2, 4, 8, 16}) {
             Graph graph;
@@ -65,6 +76,7 @@ TEST(Algebra, ComposesSteps) {
 TEST(Algebra, DescribesADecompositionInOrderOfExecution) {
     EXPECT_EQ(describe(T(4, PF(3, 2))), "4 > (3 > 2) T");
     EXPECT_EQ(describe(PF(T(4, 4), 3)), "(4 > 4 T) > 3");
+    EXPECT_EQ(describe(surrounded(2, 7, 2)), "2 > 7 > 2");
 }
 
 } // namespace
