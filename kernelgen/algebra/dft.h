@@ -158,7 +158,7 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
 template <class Model> Columns<Model> twiddled(Model &m, const Columns<Model> &row, int alike, int r, int n) {
     if (r == 0)
         return row;
-    return m.map(row, alike, [&](const Rows<Model> &x, Group group) {
+    return mapColumns(m, row, alike, [&](const Rows<Model> &x, Group group) {
         std::vector<Turn> angles;
         for (int column = group.first; column < group.first + group.count; ++column)
             angles.push_back({r * (column / alike), n});
@@ -185,7 +185,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
             classes.push_back(members);
         }
     if (rotatesInside) {
-        classes = m.map(classes, count, [&](const Rows<Model> &x, Group group) {
+        classes = mapColumns(m, classes, count, [&](const Rows<Model> &x, Group group) {
             const int r = group.first / count;
             return rotatedFourPoint(m, x, {{}, {r, n}, {2 * r, n}, {3 * r, n}});
         });
@@ -292,21 +292,21 @@ template <class Model> Columns<Model> transform(Model &m, const Decomposition &d
         });
     case Decomposition::Method::RealRader: {
         const RealLaneRader rader(decomposition);
-        return m.map(columns, alike, [&](const Rows<Model> &x, Group) { return rader(m, x); });
+        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group) { return rader(m, x); });
     }
     case Decomposition::Method::RealLanes: {
         const HalfSpectrumTransform halfSpectrum(decomposition.factors[0]);
-        return m.map(columns, alike, [&](const Rows<Model> &x, Group) { return halfSpectrum(m, x); });
+        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group) { return halfSpectrum(m, x); });
     }
     case Decomposition::Method::FirstThenOthers:
-        return m.map(columns, alike, [&](const Rows<Model> &x, Group group) {
+        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group group) {
             const Decomposition &form = decomposition.factors[group.first == 0 ? 0 : 1];
             return form.method == Decomposition::Method::RealRader ? RealLaneRader(form)(m, x)
                                                                    : butterfly(m, form, x);
         });
     default:
-        return m.map(columns, alike,
-                     [&](const Rows<Model> &x, Group) { return butterfly(m, decomposition, x); });
+        return mapColumns(m, columns, alike,
+                          [&](const Rows<Model> &x, Group) { return butterfly(m, decomposition, x); });
     }
 }
 

@@ -44,12 +44,8 @@ public:
     Value rotate(Value a, const std::vector<Turn> &angles);
 
     static int perVector() { return 1; }
-    template <class Block> std::vector<Column> map(const std::vector<Column> &columns, int, Block block) {
-        std::vector<Column> results;
-        for (int first = 0; first < static_cast<int>(columns.size()); ++first)
-            results.push_back(block(columns[first], Group{first, 1}));
-        return results;
-    }
+    static Value gathered(const Column &elements) { return elements[0]; }
+    static Element element(const Value &value, int) { return value; }
 
     static bool isReal(const Column &column);
 

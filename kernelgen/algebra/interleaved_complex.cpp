@@ -213,7 +213,7 @@ Column InterleavedComplex::multiplied(const Column &elements, const std::vector<
         const Value product =
             multiply({node, elements[indices[0]].quarterTurns}, forwardPlaces, inversePlaces);
         for (const int i : indices)
-            results[i] = {product.node, elements[i].place, product.quarterTurns};
+            results[i] = element(product, elements[i].place);
     }
     return results;
 }
@@ -225,9 +225,9 @@ Column InterleavedComplex::withFirstIncreased(Column elements, const Element &te
         picks.push_back(lane / 2 == first.place ? lane % 2 : type.lanes + lane);
     const NodeId alone = graph.gather({gathered({term}).node, graph.broadcast(type, 0)}, picks);
     const Value sum = add({first.node, first.quarterTurns}, {alone, term.quarterTurns});
-    for (Element &element : elements)
-        if (element.node == first.node)
-            element = {sum.node, element.place, sum.quarterTurns};
+    for (Element &other : elements)
+        if (other.node == first.node)
+            other = element(sum, other.place);
     return elements;
 }
 

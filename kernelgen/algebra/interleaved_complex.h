@@ -64,30 +64,12 @@ public:
     // How many columns a vector holds.
     int perVector() const { return type.lanes / 2; }
 
-    // Runs block(rows, group) over the columns, as many at a time as a vector holds, and returns its outputs
-    // as columns. A row holds the group's columns side by side.
-    template <class Block>
-    std::vector<Column> map(const std::vector<Column> &columns, int alike, Block block) {
-        std::vector<Column> results(columns.size());
-        const int total = static_cast<int>(columns.size());
-        for (Group group{0, 0}; group.first < total; group.first += group.count) {
-            group = groupFrom(group.first, total, perVector(), alike);
-            std::vector<Value> rows;
-            for (std::size_t row = 0; row < columns[group.first].size(); ++row) {
-                Column elements;
-                for (int column = group.first; column < group.first + group.count; ++column)
-                    elements.push_back(columns[column][row]);
-                rows.push_back(gathered(elements));
-            }
-            for (const Value &value : block(rows, group))
-                for (int place = 0; place < group.count; ++place)
-                    results[group.first + place].push_back({value.node, place, value.quarterTurns});
-        }
-        return results;
-    }
+    // The vector of these elements, side by side.
+    Value gathered(const Column &elements);
+    // The element that stands in one place of the value.
+    static Element element(Value value, int place) { return {value.node, place, value.quarterTurns}; }
 
 private:
-    Value gathered(const Column &elements);
     // The node with the real and imaginary part of each number exchanged.
     NodeId exchanged(NodeId a);
     // A node that holds the value itself.

@@ -56,13 +56,6 @@ Value SplitComplex::gathered(const Column &elements) {
     return {gathered(re), gathered(im)};
 }
 
-Value SplitComplex::gathered(const std::vector<Column> &columns, Group group, std::size_t row) {
-    Column elements;
-    for (int lane = 0; lane < group.count; ++lane)
-        elements.push_back(columns[group.first + lane][row]);
-    return gathered(elements);
-}
-
 Column SplitComplex::withFirstIncreased(Column elements, const Element &term) {
     const int lanes = real.type().lanes, lane = elements[0].re.lane;
     const NodeId zero = graph.broadcast(real.type(), 0), first = elements[0].re.node;

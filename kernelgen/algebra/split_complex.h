@@ -70,24 +70,6 @@ public:
     // How many columns a vector holds.
     int perVector() const { return real.type().lanes; }
 
-    // Runs block(rows, group) over the columns, as many at a time as there are lanes, and returns its outputs
-    // as columns. A row holds the group's columns side by side.
-    template <class Block>
-    std::vector<Column> map(const std::vector<Column> &columns, int alike, Block block) {
-        std::vector<Column> results(columns.size());
-        const int total = static_cast<int>(columns.size());
-        for (Group group{0, 0}; group.first < total; group.first += group.count) {
-            group = groupFrom(group.first, total, perVector(), alike);
-            std::vector<Value> rows;
-            for (std::size_t row = 0; row < columns[group.first].size(); ++row)
-                rows.push_back(gathered(columns, group, row));
-            for (const Value &value : block(rows, group))
-                for (int lane = 0; lane < group.count; ++lane)
-                    results[group.first + lane].push_back(element(value, lane));
-        }
-        return results;
-    }
-
     // The values of these elements, one in each lane from lane 0 on.
     Value gathered(const Column &elements);
     // The element that stands in one lane of the value.
@@ -101,7 +83,6 @@ public:
     RealArithmetic real;
 
 private:
-    Value gathered(const std::vector<Column> &columns, Group group, std::size_t row);
     Real gathered(const std::vector<Slot> &slots);
 
     InverseBy inverse;
