@@ -1,6 +1,7 @@
 #include "recipes/complex_dft.h"
 
 #include "algebra/bluestein.h"
+#include "algebra/complex_rader.h"
 #include "algebra/dft.h"
 #include "algebra/interleaved_complex.h"
 #include "algebra/split_complex.h"
