@@ -6,7 +6,6 @@
 namespace zrfgen::gen {
 
 struct Target {
-    const char *name;
     int vectorBytes;
     int registers[2]; // vector registers of the 64-bit and of the 32-bit machine
 
@@ -15,6 +14,6 @@ struct Target {
     }
 };
 
-inline constexpr Target sse3{"SSE3", 16, {16, 8}};
+inline constexpr Target sse3{16, {16, 8}};
 
 } // namespace zrfgen::gen

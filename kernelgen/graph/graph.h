@@ -75,8 +75,6 @@ public:
 
     // A node made elsewhere, over operands of this graph.
     NodeId intern(Node node);
-    // Whether intern would find the node already there.
-    bool contains(const Node &node) const { return known.contains(node); }
 
     const Node &operator[](NodeId id) const { return nodes[id]; }
     const std::vector<Store> &stores() const { return storeList; }

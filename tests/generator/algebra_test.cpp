@@ -28,7 +28,7 @@ void expectTransform(const Graph &graph, int length, const std::string &what) {
 TEST(Recipes, GiveTheTransformWithEveryNumberOfLanes) {
     for (int length = shortestLength; length <= longestLength; ++length) {
         for (const int vectorBytes : {8, 16, 32, 64}) {
-            const Target target{"test", vectorBytes, {16, 8}};
+            const Target target{vectorBytes, {16, 8}};
             expectTransform(complexDft(length, Element::Float32, target), length,
                             std::to_string(length) + " with " + std::to_string(vectorBytes / 4) + " lanes");
         }
