@@ -78,7 +78,7 @@ const LengthRecipe table[] = {
     {29, PairedLanes, R(PF(4, 7), PF(7, 4)),               p29()},
     {30, SplitLanes,  PF(PF(5, 2), 3),                     PF(PF(2, 5), 3)},
     {31, PairedLanes, R(PF(PF(5, 2), 3), PF(PF(5, 2), 3)), p31()},
-    {32, PairedLanes, T(4, T(4, 2)),                       L(T(T(4, 2), 4))},
+    {32, PairedLanes, T(4, L(T(4, 2))),                    L(T(T(4, 2), 4))},
     {33, SplitLanes,  PF(11, 3),                           PF(11, 3)},
     {34, SplitLanes,  PF(2, p17()),                        PF(2, p17())},
     {35, SplitLanes,  PF(5, 7),                            PF(s5(), mixed7())},
@@ -110,7 +110,7 @@ const LengthRecipe table[] = {
     {61, PairedLanes, R(T(4, PF(5, 3)), T(4, PF(5, 3))),   p61()},
     {62, SplitLanes,  PF(p31(), 2),                        PF(p31(), 2)},
     {63, SplitLanes,  PF(T(3, 3), 7),                      L(PF(7, T(3, 3)))},
-    {64, PairedLanes, T(T(4, 2), T(4, 2)),                 L(T(T(4, 4), 4))},
+    {64, PairedLanes, T(L(T(4, 2)), L(T(4, 2))),           L(T(T(4, 4), 4))},
 };
 // clang-format on
 static_assert(std::size(table) == longestLength - shortestLength + 1);
