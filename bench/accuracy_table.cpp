@@ -62,8 +62,7 @@ void writeTable(std::ostream &file, const std::vector<AccuracyRow> &rows) {
          << "; in Complex64:" << lengthsBeyond(rows, &AccuracyRow::complex64)
          << ".\nThese are primes and their multiples: a convolution passes every output through two "
             "transforms "
-            "and a product,\nwhere a direct sum of a prime length rounds less and takes two to five times as "
-            "long.\n";
+            "and a product,\nwhere a direct sum rounds less and takes longer.\n";
 }
 
 } // namespace zrfgen::bench
