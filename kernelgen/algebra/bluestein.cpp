@@ -23,12 +23,12 @@ ComplexQuad inverseChirp(int p, long j) {
 template <class Chirp> std::vector<ComplexQuad> filter(int p, int length, Chirp chirp) {
     std::vector<ComplexQuad> result;
     for (int k = 0; k < length; ++k) {
-        const ComplexQuad sum = spectrum(length, k, [&](int n) {
+        const auto mirrored = [&](int n) {
             const int distance = std::min(n, length - n);
             const ComplexQuad c = distance < p ? chirp(p, distance) : ComplexQuad{};
             return ComplexQuad{c.re, -c.im};
-        });
-        result.push_back({sum.re / length, sum.im / length});
+        };
+        result.push_back(spectrum(length, k, mirrored) / length);
     }
     return result;
 }
@@ -43,7 +43,7 @@ Column exchanged(Column column) {
 
 Column bluesteinTransform(SplitComplex &m, const Decomposition &step, const Column &x) {
     const Decomposition &there = step.factors[0], &back = step.factors[1];
-    const int p = step.length, length = there.length, lanes = m.real.type().lanes;
+    const int p = step.length, length = there.length, lanes = m.perVector();
 
     std::vector<ComplexQuad> forward, inverse;
     for (int j = 0; j < p; ++j) {

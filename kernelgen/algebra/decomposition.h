@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zrfgen::gen {
@@ -15,10 +16,9 @@ struct Decomposition {
         CooleyTukey,     // two factors, twiddles between
         Surrounded,      // a step of the two outer factors with a coprime one run between their stages
         RealLanes,       // any decomposition, taken as a transform of real numbers until the last additions
-        ComplexRader, // a prime p by a cyclic convolution of length p - 1, with complex transforms there and
-                      // back
-        RealRader,    // the same with real transforms
-        Bluestein,    // any length by a convolution of a longer one, with chirps
+        ComplexRader,    // a prime p by a cyclic convolution of length p - 1, with complex transforms
+        RealRader,       // the same with real transforms
+        Bluestein,       // any length by a convolution of a longer one, with chirps
     };
     Method method;
     int length;

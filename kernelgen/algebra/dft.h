@@ -41,6 +41,20 @@ void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, 
     }
 }
 
+// Splits every column: member j of class r is its element index(r, j). Each class stands for all columns in
+// turn.
+template <class Model, class Index>
+Columns<Model> residueClasses(const Columns<Model> &columns, int classes, int members, Index index) {
+    Columns<Model> results;
+    for (int r = 0; r < classes; ++r)
+        for (const auto &x : columns) {
+            typename Model::Column &result = results.emplace_back();
+            for (int j = 0; j < members; ++j)
+                result.push_back(x[index(r, j)]);
+        }
+    return results;
+}
+
 // Good's mapping (I. J. Good, 1958): with a and b coprime, element j of residue class r modulo b is
 // x[(b j + a r') mod n] with a r' = r mod b, so class r carries no rotation; output k is the one with
 // k mod a = k1 and k mod b = k2.
@@ -49,14 +63,7 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
     const Decomposition &first = step.factors[0], &second = step.factors[1];
     const int a = first.length, b = second.length, n = step.length;
     const int count = static_cast<int>(columns.size());
-    Columns<Model> classes;
-    for (int r = 0; r < b; ++r)
-        for (const auto &x : columns) {
-            typename Model::Column members;
-            for (int j = 0; j < a; ++j)
-                members.push_back(x[(b * j + a * r) % n]);
-            classes.push_back(members);
-        }
+    auto classes = residueClasses<Model>(columns, b, a, [&](int r, int j) { return (b * j + a * r) % n; });
     classes = transform(m, first, classes, count);
 
     Columns<Model> across(a * count);
@@ -96,14 +103,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
     const bool rotatesInside = Model::rotatesInsideBlocks && m.perVector() == 1 &&
                                first.method == Decomposition::Method::Butterfly && a == 4;
 
-    Columns<Model> classes;
-    for (int r = 0; r < b; ++r)
-        for (const auto &x : columns) {
-            typename Model::Column members;
-            for (int j = 0; j < a; ++j)
-                members.push_back(x[b * j + r]);
-            classes.push_back(members);
-        }
+    auto classes = residueClasses<Model>(columns, b, a, [&](int r, int j) { return b * j + r; });
     if (rotatesInside) {
         classes = mapColumns(m, classes, count, [&](const Rows<Model> &x, Group group) {
             const int r = group.first / count;
@@ -143,15 +143,9 @@ Columns<Model> surroundedStep(Model &m, const Decomposition &step, const Columns
     const int a = first.length, b = inner.length, c = last.length, q = a * c, n = step.length;
     const int count = static_cast<int>(columns.size()), alike = b * count;
 
-    Columns<Model> parts;
-    for (int s = 0; s < c; ++s)
-        for (int r = 0; r < b; ++r)
-            for (const auto &x : columns) {
-                typename Model::Column members;
-                for (int i = 0; i < a; ++i)
-                    members.push_back(x[(b * (c * i + s) + q * r) % n]);
-                parts.push_back(members);
-            }
+    // Part s b + r: class s modulo c of class r modulo b.
+    auto parts = residueClasses<Model>(
+        columns, c * b, a, [&](int part, int i) { return (b * (c * i + part / b) + q * (part % b)) % n; });
     parts = transform(m, first, parts, alike);
 
     Columns<Model> inside(q * count);

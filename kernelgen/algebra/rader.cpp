@@ -12,23 +12,12 @@ std::vector<int> powersOfPrimitiveRoot(int p) {
     }
 }
 
-namespace {
-
-ComplexQuad dividedBy(ComplexQuad value, int divisor) {
-    return {value.re / divisor, value.im / divisor};
-}
-
-} // namespace
-
 std::vector<ComplexQuad> raderSpectrum(const std::vector<int> &powers) {
     const int m = static_cast<int>(powers.size());
+    const auto sequence = [&](int q) { return onCircle({-powers[(m - q) % m], m + 1}); };
     std::vector<ComplexQuad> result;
     for (int k = 0; k < m; ++k)
-        result.push_back(dividedBy(spectrum(m, k,
-                                            [&](int q) {
-                                                return onCircle({-powers[(m - q) % m], m + 1});
-                                            }),
-                                   m));
+        result.push_back(spectrum(m, k, sequence) / m);
     return result;
 }
 
@@ -47,7 +36,7 @@ RealLaneRader::RealLaneRader(const Decomposition &step)
             const Turn angle(powers[(m - q) % m], p);
             return ComplexQuad{isOdd ? sine(angle) : cosine(angle), 0};
         };
-        const ComplexQuad b = dividedBy(spectrum(m, k, sequence), m);
+        const ComplexQuad b = spectrum(m, k, sequence) / m;
         if (k == 0 || k == m / 2) {
             const int place = k == 0 ? 0 : m - 1;
             rows.push_back({isOdd, {{b.re * factors(place, place), place}}});

@@ -25,13 +25,13 @@ public:
     template <class Model> std::vector<typename Model::Value>
     operator()(Model &m, const std::vector<typename Model::Value> &x) const {
         using Value = typename Model::Value;
-        const int m1 = static_cast<int>(powers.size());
+        const int length = static_cast<int>(powers.size());
         std::vector<Value> sequence;
         for (const int power : powers)
             sequence.push_back(x[power]);
         const std::vector<Value> spectrum = there.apply(m, sequence);
 
-        std::vector<Value> result(m1 + 1);
+        std::vector<Value> result(length + 1);
         result[0] = m.add(x[0], spectrum[0]);
         std::vector<Value> product;
         for (const Row &row : rows) {
@@ -42,8 +42,8 @@ public:
             product.push_back(product.empty() ? m.weightedSum(x[0], terms) : m.weightedSum({}, terms));
         }
         const std::vector<Value> sums = back.applyTransposed(m, product);
-        for (int r = 0; r < m1; ++r)
-            result[powers[(m1 - r) % m1]] = sums[r];
+        for (int r = 0; r < length; ++r)
+            result[powers[(length - r) % length]] = sums[r];
         return result;
     }
 
@@ -55,8 +55,7 @@ private:
     };
 
     std::vector<int> powers;
-    LinearMap there,
-        back; // the real transform of length m: real parts and, but at 0 and m/2, imaginary parts
+    LinearMap there, back; // the real transform of length m
     std::vector<Row> rows;
 };
 

@@ -59,11 +59,6 @@ public:
     // The product of each element by a constant of its own, vector by vector as the elements lie.
     Column multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
                       const std::vector<ComplexQuad> &inverse);
-    // The whole vectors in which an element stands.
-    static Value vectorOf(const Element &element) {
-        return {{element.re.node, element.re.isNegative}, {element.im.node, element.im.isNegative}};
-    }
-
     // The column with the term added to its first element.
     Column withFirstIncreased(Column elements, const Element &term);
 
@@ -79,12 +74,15 @@ public:
     // A vector of complex constants, one for each lane, that may depend on the direction.
     Value constant(const std::vector<ComplexQuad> &forward, const std::vector<ComplexQuad> &inverse);
 
-    Graph &graph;
-    RealArithmetic real;
-
 private:
+    // The whole vectors in which an element stands.
+    static Value vectorOf(const Element &element) {
+        return {{element.re.node, element.re.isNegative}, {element.im.node, element.im.isNegative}};
+    }
     Real gathered(const std::vector<Slot> &slots);
 
+    Graph &graph;
+    RealArithmetic real;
     InverseBy inverse;
 };
 

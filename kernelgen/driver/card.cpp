@@ -61,16 +61,22 @@ std::string constants(const Graph &graph) {
     return text;
 }
 
-std::string registerTraffic(const CompiledKernel &kernel, int registers) {
-    const Traffic cost = traffic(kernel.graph, kernel.schedule, registers);
-    return number(cost.spills, "spills, ") + number(cost.reloads, "reloads");
+std::string registers(const CompiledKernel &kernel, const Target &target) {
+    std::string text;
+    for (const int registers : target.registers) {
+        const Traffic cost = traffic(kernel.graph, kernel.schedule, registers);
+        if (text.empty())
+            text = row("registers", number(cost.most, "values live at most"));
+        text += row("", "of " + std::to_string(registers) + ": " + number(cost.spills, "spills, ") +
+                            number(cost.reloads, "reloads"));
+    }
+    return text;
 }
 
 } // namespace
 
 std::string card(const KernelDefinition &definition, const CompiledKernel &kernel, const Target &target) {
     const Counts counts = count(kernel.graph);
-    const Traffic values = traffic(kernel.graph, kernel.schedule, target.registers[0]);
     std::string names;
     for (const std::string &name : definition.exports)
         names += (names.empty() ? "" : ", ") + name;
@@ -81,9 +87,7 @@ std::string card(const KernelDefinition &definition, const CompiledKernel &kerne
            row("other", number(counts.shuffles, "shuffles, ") + number(counts.signFlips, "sign flips, ") +
                             number(counts.conversions, "conversions")) +
            row("memory", number(counts.loads, "loads, ") + number(counts.stores, "stores")) +
-           row("constants", constants(kernel.graph)) +
-           row("registers", number(values.most, "values live at most")) +
-           row("", "of 16: " + registerTraffic(kernel, 16)) + row("", "of 8: " + registerTraffic(kernel, 8)) +
+           row("constants", constants(kernel.graph)) + registers(kernel, target) +
            row("error", shortest(predictedError(definition, kernel.graph)) + " relative RMS, predicted");
 }
 

@@ -9,6 +9,10 @@ struct ComplexQuad {
     Quad re = 0, im = 0;
 };
 
+inline ComplexQuad operator/(ComplexQuad value, int divisor) {
+    return {value.re / divisor, value.im / divisor};
+}
+
 Quad squareRoot(Quad x);
 
 // An angle as an exact fraction of a full turn, reduced to 0 <= numerator < denominator in lowest terms.

@@ -4,27 +4,17 @@
 #include "recipes/complex_dft.h"
 #include "recipes/lengths.h"
 
-#include <zrfgen/transforms.h>
+#include "registry.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 namespace zrfgen::gen {
 
 namespace {
 
-using FixedSize = Status(ZRF_CALL *)(const void *, void *, std::int32_t);
-
-void *library() {
-    static void *handle = dlopen(ZRFGEN_LIBRARY, RTLD_NOW);
-    return handle;
-}
-
 template <class Real>
 std::vector<Real> runCompiled(const std::string &name, const std::vector<Quad> &source) {
-    const auto kernel = reinterpret_cast<FixedSize>(dlsym(library(), name.c_str()));
-    if (kernel == nullptr)
-        throw std::runtime_error("the library does not export " + name);
+    const auto kernel = reinterpret_cast<Transform::Call>(exportAddress(name));
     std::vector<Real> x(source.begin(), source.end()), result(x.size());
     EXPECT_EQ(kernel(x.data(), result.data(), zrfScaleBySqrtN), zrfStatusOk) << name;
     return result;
@@ -47,7 +37,6 @@ template <class Real> void expectPredictedBits(int length, Element element, cons
 }
 
 TEST(CompiledKernels, GiveTheBitsThatTheirGraphsPredict) {
-    ASSERT_NE(library(), nullptr) << dlerror();
     for (int length = shortestLength; length <= longestLength; ++length) {
         expectPredictedBits<Float32>(length, Element::Float32, "32fc");
         expectPredictedBits<Float64>(length, Element::Float64, "64fc");
