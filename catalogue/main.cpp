@@ -1,10 +1,11 @@
 // The kernelgen tool: all families of the library, given to the driver.
+#include "dft/recipes/complex_dft.h"
 #include "driver/driver.h"
 #include "exports.h"
-#include "recipes/complex_dft.h"
+#include "real/recipes/real_dft.h"
 
 int main(int argc, char **argv) {
     using namespace zrfgen::gen;
     const Family frame{.kernels = {}, .otherExports = {"zrfgenGetLibVersion"}};
-    return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily()}, exportNames());
+    return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily(), realDftFamily()}, exportNames());
 }

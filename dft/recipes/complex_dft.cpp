@@ -1,12 +1,13 @@
-#include "recipes/complex_dft.h"
+#include "dft/recipes/complex_dft.h"
 
 #include "algebra/bluestein.h"
 #include "algebra/complex_rader.h"
 #include "algebra/dft.h"
 #include "algebra/interleaved_complex.h"
 #include "algebra/split_complex.h"
+#include "dft/recipes/lengths.h"
 #include "emit/emit.h"
-#include "recipes/lengths.h"
+#include "emit/kernel_file.h"
 
 namespace zrfgen::gen {
 
@@ -69,24 +70,22 @@ std::string exportName(const std::string &direction, int length, Element element
 // The kernel type around the body, and its two exports.
 std::string wrapped(int length, Element element, const Graph &graph, const std::string &body) {
     const std::string bits = element == Element::Float32 ? "32" : "64";
-    const std::string n = std::to_string(length), type = "Dft" + n + "Complex" + bits, real = "Float" + bits;
-    std::string text =
-        "#include \"kernel.h\"\n\nnamespace zrfgen {\n\nnamespace {\n\nstruct " + type + " {\n";
-    for (const auto &[name, value] : {std::pair("one", Quad(1)), std::pair("byN", Quad(1) / length),
-                                      std::pair("bySqrtN", 1 / squareRoot(length))})
-        text += "    alignas(16) static constexpr " + real + " " + name + "[] = {" + literal(value, element) +
-                ", " + literal(value, element) + "};\n";
-    text += std::string("    static constexpr bool hasTwoPaths = ") +
-            (hasAlignedMoves(graph) ? "true" : "false") + ";\n\n";
-    text += "    template <Direction direction, Access access>\n"
-            "    static void transform(const unsigned char *src, unsigned char *dst, const " +
-            real + " *factor) {\n" + body + "    }\n};\n\n} // namespace\n\n";
+    const std::string type = "Dft" + std::to_string(length) + "Complex" + bits;
+    KernelFile file{
+        .head = "vector_kernel.h",
+        .type = type,
+        .length = length,
+        .element = element,
+        .arrayElement = "Complex" + bits,
+        .members = std::string("    static constexpr bool hasTwoPaths = ") +
+                   (hasAlignedMoves(graph) ? "true" : "false") + ";\n",
+        .transformParameters = "Direction direction, Access access",
+        .exports = {},
+    };
     for (const char *direction : {"Forward", "Inverse"})
-        text += "extern \"C\" Status ZRF_CALL ZRF_BODY(" + exportName(direction, length, element) +
-                ")(const Complex" + bits + " *src, Complex" + bits +
-                " *dst, std::int32_t flag) {\n    return runKernel<" + type + ", Direction::" + direction +
-                ">(src, dst, flag);\n}\n\n";
-    return text + "} // namespace zrfgen\n";
+        file.exports.push_back({exportName(direction, length, element),
+                                "runVectorKernel<" + type + ", Direction::" + direction + ">"});
+    return text(file, body);
 }
 
 } // namespace

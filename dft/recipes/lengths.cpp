@@ -1,4 +1,6 @@
-#include "recipes/lengths.h"
+#include "dft/recipes/lengths.h"
+
+#include "dft/recipes/primes.h"
 
 #include <iterator>
 
@@ -10,23 +12,6 @@ using enum Form;
 
 // clang-format off
 
-// Prime blocks in real lanes, by the transform of length p - 1: real forward, and back through the transpose.
-Decomposition H(Decomposition both) { return realRader(both, both); }
-Decomposition p11() { return H(PF(5, 2)); }
-Decomposition p13() { return H(PF(3, 4)); }
-Decomposition p17() { return H(T(4, 4)); }
-Decomposition p19() { return H(PF(2, T(3, 3))); }
-Decomposition p23() { return realRader(PF(2, 11), PF(2, p11())); }
-Decomposition p29() { return H(PF(4, 7)); }
-Decomposition p31() { return H(PF(PF(3, 5), 2)); }
-Decomposition p37() { return H(PF(4, T(3, 3))); }
-Decomposition p41() { return H(PF(5, T(4, 2))); }
-Decomposition p43() { return H(PF(PF(2, 7), 3)); }
-Decomposition p47() { return H(PF(p23(), 2)); }
-Decomposition p53() { return H(PF(p13(), 4)); }
-Decomposition p59() { return H(PF(p29(), 2)); }
-Decomposition p61() { return H(PF(PF(3, 4), 5)); }
-
 // Prime kernels in complex lanes. The transform back takes its steps in the opposite order where that costs
 // nothing: its first columns are then those that the way there left in the lanes.
 Decomposition R(Decomposition there, Decomposition back) { return complexRader(there, back); }
@@ -35,7 +20,7 @@ Decomposition R(Decomposition there, Decomposition back) { return complexRader(t
 Decomposition B(int length, Decomposition longer) { return bluestein(length, longer, longer); }
 
 // The block of 7 in the convolution form in the first column, in the direct form in the others.
-Decomposition mixed7() { return firstThenOthers(H(PF(2, 3)), 7); }
+Decomposition mixed7() { return firstThenOthers(realRader(PF(2, 3), PF(2, 3)), 7); }
 
 // Taken as a transform of real numbers until the last additions: where twiddles stand between the factors, their
 // rotations then need no exchange of parts.

@@ -11,7 +11,8 @@ enum class Form {
     WideScalar,  // the same, with the products in Float64 to hold the error down
     WidePair,    // the same, real and imaginary part side by side: half the conversions
     SplitLanes,  // four columns of a stage in the lanes, real and imaginary parts apart
-    PairedLanes, // two columns of a stage in a vector, parts side by side: nothing to sort on reading and writing
+    PairedLanes, // two columns of a stage in a vector, parts side by side: nothing to sort on reading and
+                 // writing
 };
 
 struct LengthRecipe {

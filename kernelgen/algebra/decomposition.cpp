@@ -24,6 +24,10 @@ Decomposition T(Decomposition first, Decomposition second) {
     return {Method::CooleyTukey, first.length * second.length, {first, second}};
 }
 
+Decomposition splitRadix(Decomposition half, Decomposition quarter) {
+    return {Method::SplitRadix, 2 * half.length, {half, quarter}};
+}
+
 Decomposition realLanes(Decomposition decomposition) {
     return {Method::RealLanes, decomposition.length, {decomposition}};
 }
@@ -43,6 +47,13 @@ Decomposition bluestein(int length, Decomposition there, Decomposition back) {
 std::string describe(const Decomposition &decomposition) {
     if (decomposition.method == Method::RealLanes)
         return describe(decomposition.factors[0]);
+    if (decomposition.method == Method::RealRader || decomposition.method == Method::ComplexRader) {
+        const std::string there = describe(decomposition.factors[0]), back = describe(decomposition.factors[1]);
+        return "Rader(" + there + (there == back ? "" : ", " + back) + ")";
+    }
+    if (decomposition.method == Method::SplitRadix)
+        return "(" + describe(decomposition.factors[0]) + ") + 2 * (" + describe(decomposition.factors[1]) +
+               ")";
     const auto isStep = [](const Decomposition &part) {
         return part.method == Method::PrimeFactor || part.method == Method::CooleyTukey ||
                part.method == Method::Surrounded;

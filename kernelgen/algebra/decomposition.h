@@ -14,6 +14,7 @@ struct Decomposition {
         FirstThenOthers, // a block whose first column takes one form and whose others take another
         PrimeFactor,     // two coprime factors, no twiddle between
         CooleyTukey,     // two factors, twiddles between
+        SplitRadix,      // one half of the length and two quarters, twiddles on the quarters only
         Surrounded,      // a step of the two outer factors with a coprime one run between their stages
         RealLanes,       // any decomposition, taken as a transform of real numbers until the last additions
         ComplexRader,    // a prime p by a cyclic convolution of length p - 1, with complex transforms
@@ -38,6 +39,8 @@ Decomposition PF(Decomposition first, Decomposition second);
 Decomposition surrounded(Decomposition first, Decomposition inner, Decomposition last);
 // Cooley-Tukey step.
 Decomposition T(Decomposition first, Decomposition second);
+// Split-radix step: even elements through `half`, the two odd classes modulo 4 through `quarter`.
+Decomposition splitRadix(Decomposition half, Decomposition quarter);
 Decomposition realLanes(Decomposition decomposition);
 // Rader's convolution for the prime after the length of the two transforms. A real one goes back through the
 // transpose of `back`.
@@ -45,7 +48,8 @@ Decomposition complexRader(Decomposition there, Decomposition back);
 Decomposition realRader(Decomposition there, Decomposition back);
 Decomposition bluestein(int length, Decomposition there, Decomposition back);
 
-// "4 > (3 > 2) T": stages in the order of execution, T where twiddles stand between two factors.
+// "4 > (3 > 2) T": stages in the order of execution, T where twiddles stand between two factors. "16 + 2 *
+// 8": a split-radix step.
 std::string describe(const Decomposition &decomposition);
 
 } // namespace zrfgen::gen

@@ -12,6 +12,8 @@
 #include "algebra/rader.h"
 #include "number/quad.h"
 
+#include <stdexcept>
+#include <type_traits>
 #include <vector>
 
 namespace zrfgen::gen {
@@ -39,6 +41,33 @@ void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, 
             }
         }
     }
+}
+
+// All columns through a decomposition. Where the model knows real columns, the real and the imaginary parts
+// of any other column are taken as columns of their own, combined at the end.
+template <class Model> Columns<Model> transformParts(Model &m, const Decomposition &decomposition,
+                                                     const Columns<Model> &columns, int alike) {
+    if constexpr (requires { Model::isReal(columns[0]); }) {
+        Columns<Model> parts;
+        for (const auto &column : columns) {
+            parts.push_back(Model::realPart(column));
+            if (!Model::isReal(column))
+                parts.push_back(Model::imaginaryPart(column));
+        }
+        parts = transform(m, decomposition, parts, alike);
+        Columns<Model> results;
+        auto part = parts.begin();
+        for (const auto &column : columns) {
+            results.push_back(*part++);
+            if (!Model::isReal(column)) {
+                for (std::size_t k = 0; k < column.size(); ++k)
+                    results.back()[k] = m.sub(results.back()[k], Model::quarterTurn((*part)[k]));
+                ++part;
+            }
+        }
+        return results;
+    }
+    return transform(m, decomposition, columns, alike);
 }
 
 // Splits every column: member j of class r is its element index(r, j). Each class stands for all columns in
@@ -71,7 +100,7 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
         for (int c = 0; c < count; ++c)
             for (int r = 0; r < b; ++r)
                 across[k1 * count + c].push_back(classes[r * count + c][k1]);
-    across = transform(m, second, across, count);
+    across = transformParts(m, second, across, count);
 
     Columns<Model> results(count, typename Model::Column(n));
     for (int c = 0; c < count; ++c)
@@ -132,6 +161,31 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
         for (int k = 0; k < n; ++k)
             results[c][k] = across[k % a * count + c][k / a];
     takeHalfOfRealRows<Model>(results, columns, a, n);
+    return results;
+}
+
+// P. Duhamel and H. Hollmann, 1984: the half of the even elements E and the quarters of classes 1 and 3
+// modulo 4, these rotated by exp(-2 pi i k / n) and exp(-2 pi i 3 k / n). Outputs k, k + n/4, k + n/2 and k +
+// 3n/4 are those of a four-point block whose sums of the even elements are E[k] and E[k + n/4].
+template <class Model>
+Columns<Model> splitRadixStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
+    const int n = step.length, quarter = n / 4, count = static_cast<int>(columns.size());
+    const auto even = transform(m, step.factors[0],
+                                residueClasses<Model>(columns, 1, n / 2, [](int, int j) { return 2 * j; }));
+    const auto odd =
+        transform(m, step.factors[1],
+                  residueClasses<Model>(columns, 2, quarter, [](int r, int j) { return 4 * j + 2 * r + 1; }));
+    Columns<Model> results(count, typename Model::Column(n));
+    for (int c = 0; c < count; ++c)
+        for (int k = 0; k < quarter; ++k) {
+            const auto u = m.rotate(odd[c][k], {{k, n}}), v = m.rotate(odd[count + c][k], {{3 * k, n}});
+            const auto sum = m.add(u, v), turned = m.quarterTurn(m.sub(u, v));
+            results[c][k] = m.add(even[c][k], sum);
+            results[c][k + quarter] = m.add(even[c][k + quarter], turned);
+            results[c][k + 2 * quarter] = m.sub(even[c][k], sum);
+            results[c][k + 3 * quarter] = m.sub(even[c][k + quarter], turned);
+        }
+    takeHalfOfRealRows<Model>(results, columns, quarter, n);
     return results;
 }
 
@@ -202,6 +256,12 @@ template <class Model> Columns<Model> transform(Model &m, const Decomposition &d
                    : decomposition.method == CooleyTukey ? cooleyTukeyStep(m, decomposition, chunk)
                                                          : surroundedStep(m, decomposition, chunk);
         });
+    case SplitRadix:
+        // Takes elements one by one, as scalar models have them.
+        if constexpr (std::is_same_v<typename Model::Element, typename Model::Value>)
+            return splitRadixStep(m, decomposition, columns);
+        else
+            throw std::invalid_argument("split-radix steps are for transforms of real numbers");
     case RealRader: {
         const RealLaneRader rader(decomposition);
         return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group) { return rader(m, x); });

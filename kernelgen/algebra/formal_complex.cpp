@@ -10,8 +10,8 @@ std::optional<FormalComplex::Part> FormalComplex::negated(const MaybePart &part)
     return part ? MaybePart(Part{-part->ref, part->factor}) : part;
 }
 
-LinearMap::Ref FormalComplex::resolved(const Part &part) {
-    return part.factor == 1 ? part.ref : linearMap.scaled(part.ref, part.factor);
+std::optional<FormalComplex::Part> FormalComplex::product(Quad factor, const MaybePart &part) {
+    return part ? MaybePart(Part{linearMap.weightedSum({{factor * part->factor, part->ref}})}) : part;
 }
 
 std::optional<FormalComplex::Part> FormalComplex::sum(const MaybePart &a, const MaybePart &b) {
@@ -19,15 +19,24 @@ std::optional<FormalComplex::Part> FormalComplex::sum(const MaybePart &a, const 
         return a ? a : b;
     if (a->factor == b->factor)
         return Part{linearMap.sum(a->ref, b->ref), a->factor};
-    return Part{linearMap.sum(resolved(*a), resolved(*b))};
+    return Part{linearMap.sum(product(1, a)->ref, product(1, b)->ref)};
 }
 
 std::optional<FormalComplex::Part>
-FormalComplex::partSum(MaybePart base, const std::vector<std::pair<Quad, MaybePart>> &terms) {
-    for (const auto &[factor, part] : terms)
+FormalComplex::partSum(const MaybePart &base, const std::vector<std::pair<Quad, MaybePart>> &terms) {
+    LinearMap::Parts parts;
+    const auto include = [&](Quad factor, const MaybePart &part) {
         if (part)
-            base = sum(base, Part{part->ref, factor * part->factor});
-    return base;
+            parts.push_back({factor * part->factor, part->ref});
+    };
+    include(1, base);
+    for (const auto &[factor, part] : terms)
+        include(factor, part);
+    if (parts.empty())
+        return {};
+    if (parts.size() == 1 && factors == Factors::Carried)
+        return Part{parts[0].second, parts[0].first};
+    return Part{linearMap.weightedSum(parts)};
 }
 
 Value FormalComplex::weightedSum(const std::optional<Value> &base, const std::vector<Term> &terms) {
@@ -49,10 +58,7 @@ Value FormalComplex::rotate(Value a, const std::vector<Turn> &angles) {
             return a;
         // The products first: the additions after them are then the last ones of the block before.
         const Quad h = cosine({1, 8});
-        const auto product = [&](const MaybePart &part) {
-            return part ? MaybePart(Part{linearMap.scaled(part->ref, h * part->factor)}) : part;
-        };
-        a = {product(a.re), product(a.im)};
+        a = {product(h, a.re), product(h, a.im)};
         return add(a, quarterTurn(a));
     }
     const Quad c = cosine(angle), s = sine(angle);
@@ -62,6 +68,18 @@ Value FormalComplex::rotate(Value a, const std::vector<Turn> &angles) {
 bool FormalComplex::isReal(const Column &column) {
     return std::none_of(column.begin(), column.end(),
                         [](const Value &value) { return value.im.has_value(); });
+}
+
+FormalComplex::Column FormalComplex::realPart(Column column) {
+    for (Value &value : column)
+        value = {value.re, {}};
+    return column;
+}
+
+FormalComplex::Column FormalComplex::imaginaryPart(Column column) {
+    for (Value &value : column)
+        value = {value.im, {}};
+    return column;
 }
 
 } // namespace zrfgen::gen

@@ -1,6 +1,6 @@
 // The number model that records a linear map: formal complex numbers whose parts are references into it.
-// Parts that are known to be zero are absent and cost nothing, products by constants wait for a constant to
-// merge with, and since a sum and its negative are one node, the conjugate halves of a transform of real
+// Parts that are known to be zero are absent and cost nothing, products by constants may wait for a constant
+// to merge with, and since a sum and its negative are one node, the conjugate halves of a transform of real
 // numbers are computed once.
 #pragma once
 
@@ -30,9 +30,15 @@ public:
         Value value;
     };
 
+    // When a product by a constant is taken.
+    enum class Factors {
+        AtOnce,  // as the block that multiplies has it
+        Carried, // later, where another product may take the constant up
+    };
+
     static constexpr bool rotatesInsideBlocks = false;
 
-    explicit FormalComplex(LinearMap &map) : linearMap(map) {}
+    FormalComplex(LinearMap &map, Factors factors) : linearMap(map), factors(factors) {}
 
     Value add(const Value &a, const Value &b) { return {sum(a.re, b.re), sum(a.im, b.im)}; }
     Value sub(const Value &a, const Value &b) { return add(a, negate(b)); }
@@ -48,16 +54,19 @@ public:
     static Element element(const Value &value, int) { return value; }
 
     static bool isReal(const Column &column);
+    static Column realPart(Column column);
+    static Column imaginaryPart(Column column);
 
 private:
     using MaybePart = std::optional<Part>;
 
     static MaybePart negated(const MaybePart &part);
     MaybePart sum(const MaybePart &a, const MaybePart &b);
-    MaybePart partSum(MaybePart base, const std::vector<std::pair<Quad, MaybePart>> &terms);
-    LinearMap::Ref resolved(const Part &part);
+    MaybePart partSum(const MaybePart &base, const std::vector<std::pair<Quad, MaybePart>> &terms);
+    MaybePart product(Quad factor, const MaybePart &part);
 
     LinearMap &linearMap;
+    Factors factors;
 };
 
 } // namespace zrfgen::gen

@@ -1,14 +1,13 @@
 #include "algebra/half_spectrum.h"
 
 #include "algebra/dft.h"
-#include "algebra/formal_complex.h"
 
 namespace zrfgen::gen {
 
-LinearMap realTransform(const Decomposition &decomposition) {
+LinearMap realTransform(const Decomposition &decomposition, FormalComplex::Factors factors) {
     const int n = decomposition.length;
     LinearMap map;
-    FormalComplex model(map);
+    FormalComplex model(map, factors);
     FormalComplex::Column sequence;
     for (int q = 0; q < n; ++q)
         sequence.push_back({FormalComplex::Part{map.input()}, {}});

@@ -4,17 +4,18 @@
 #pragma once
 
 #include "algebra/decomposition.h"
+#include "algebra/formal_complex.h"
 #include "algebra/linear_map.h"
 
 namespace zrfgen::gen {
 
 // The transform of n real numbers as a map to R[0], R[1], I[1], R[2] ... R[n/2].
-LinearMap realTransform(const Decomposition &decomposition);
+LinearMap realTransform(const Decomposition &decomposition, FormalComplex::Factors factors);
 
 class HalfSpectrumTransform {
 public:
     explicit HalfSpectrumTransform(const Decomposition &decomposition)
-        : length(decomposition.length), sums(realTransform(decomposition)) {}
+        : length(decomposition.length), sums(realTransform(decomposition, FormalComplex::Factors::Carried)) {}
 
     template <class Model> std::vector<typename Model::Value>
     operator()(Model &m, const std::vector<typename Model::Value> &x) const {

@@ -1,28 +1,150 @@
 #include "algebra/linear_map.h"
 
-#include <utility>
+#include <algorithm>
+#include <random>
 
 namespace zrfgen::gen {
 
-int LinearMap::intern(const Node &node) {
-    const auto [position, isNew] = known.try_emplace(node, static_cast<int>(nodes.size()));
-    if (isNew)
-        nodes.push_back(node);
-    return position->second;
+LinearMap::Ref LinearMap::input() {
+    nodes.push_back({});
+    return {static_cast<int>(nodes.size()) - 1};
 }
 
-// The operand that was made first keeps its sign and the other one takes the difference, so that a sum, its
-// negative and both orders of its operands are one node.
+// A sum whose first term is negative is the negative of another one, so that both are one node.
+LinearMap::Ref LinearMap::intern(std::vector<Term> terms) {
+    const bool isNegative = terms[0].factor < 0;
+    if (isNegative)
+        for (Term &term : terms)
+            term.factor = -term.factor;
+    Node node{std::move(terms)};
+    const auto [position, isNew] = known.try_emplace(node, static_cast<int>(nodes.size()));
+    if (isNew)
+        nodes.push_back(std::move(node));
+    return {position->second, isNegative};
+}
+
 LinearMap::Ref LinearMap::sum(Ref a, Ref b) {
     if (a.node > b.node)
         std::swap(a, b);
-    return {intern({Kind::Sum, a.node, b.node, a.isNegative != b.isNegative, 0}), a.isNegative};
+    return intern({plainTerm(a), plainTerm(b)});
 }
 
-LinearMap::Ref LinearMap::scaled(Ref a, Quad factor) {
-    const bool isNegative = factor < 0;
-    return {intern({Kind::Product, a.node, 0, false, isNegative ? -factor : factor}),
-            a.isNegative != isNegative};
+LinearMap::Ref LinearMap::weightedSum(const Parts &parts) {
+    std::optional<Ref> base;
+    std::vector<Term> terms;
+    for (const auto &[factor, ref] : parts) {
+        const Term term{ref.node, ref.isNegative ? -factor : factor};
+        if (!term.isPlain()) {
+            terms.push_back(term);
+        } else {
+            const Ref plain{ref.node, term.factor < 0};
+            base = base ? sum(*base, plain) : plain;
+        }
+    }
+    if (terms.empty())
+        return *base;
+    if (base)
+        terms.insert(terms.begin(), plainTerm(*base));
+    return intern(std::move(terms));
+}
+
+// Values with the same factor are added up before the product: what the map shared as one product is one sum
+// in its transpose.
+LinearMap::Parts LinearMap::grouped(const Parts &parts) {
+    Parts groups;
+    for (const auto &[factor, ref] : parts) {
+        const auto group = std::ranges::find_if(
+            groups, [factor](const auto &other) { return other.first == factor || other.first == -factor; });
+        if (group == groups.end())
+            groups.push_back({factor, ref});
+        else
+            group->second = sum(group->second, group->first == factor ? ref : -ref);
+    }
+    return groups;
+}
+
+LinearMap LinearMap::transposed() const {
+    LinearMap result;
+    std::vector<Parts> contributions(nodes.size());
+    for (const Output &output : outputs) {
+        const Ref value = result.input();
+        contributions[output.ref.node].push_back({1, output.ref.isNegative ? -value : value});
+    }
+    for (int i = static_cast<int>(nodes.size()) - 1; i >= 0; --i) {
+        if (contributions[i].empty())
+            continue; // no output needs the node
+        std::ranges::reverse(contributions[i]); // into the order in which the map has the nodes
+        const Ref value = result.weightedSum(result.grouped(contributions[i]));
+        for (const Term &term : nodes[i].terms)
+            contributions[term.node].push_back({term.factor, value});
+        if (nodes[i].terms.empty())
+            result.outputs.insert(result.outputs.begin(), {value});
+    }
+    return result;
+}
+
+// A search from the violated sums, as for satisfiability (B. Selman, H. Kautz and B. Cohen, 1994): of the
+// values that take part in one, the one changes sign that leaves the fewest sums violated.
+LinearMap LinearMap::withSignsInDifferences() const {
+    const int count = static_cast<int>(nodes.size());
+    std::vector<bool> isNegated(count), isFixed(count);
+    for (const Output &output : outputs) {
+        isNegated[output.ref.node] = output.ref.isNegative && !nodes[output.ref.node].terms.empty();
+        isFixed[output.ref.node] = true;
+    }
+    std::vector<std::vector<int>> sumsWith(count); // the sums in which a value takes part, its own first
+    for (int i = 0; i < count; ++i) {
+        if (nodes[i].terms.empty()) {
+            isFixed[i] = true;
+            continue;
+        }
+        sumsWith[i].push_back(i);
+        for (const Term &term : nodes[i].terms)
+            sumsWith[term.node].push_back(i);
+    }
+    const auto isViolated = [&](int sum) {
+        return std::ranges::all_of(nodes[sum].terms, [&](const Term &term) {
+            return (term.factor < 0) != (isNegated[sum] != isNegated[term.node]);
+        });
+    };
+
+    std::vector<int> violated;
+    for (int i = 0; i < count; ++i)
+        if (!nodes[i].terms.empty() && isViolated(i))
+            violated.push_back(i);
+    std::mt19937 random(1);
+    for (int step = 0; step < 1000 * count && !violated.empty(); ++step) {
+        const int sum = violated[random() % violated.size()];
+        std::vector<int> members{sum};
+        for (const Term &term : nodes[sum].terms)
+            members.push_back(term.node);
+        std::erase_if(members, [&](int node) { return isFixed[node]; });
+        if (members.empty())
+            continue;
+        const auto violatedBy = [&](int node) {
+            isNegated[node] = !isNegated[node];
+            const auto result = std::ranges::count_if(sumsWith[node], isViolated);
+            isNegated[node] = !isNegated[node];
+            return result;
+        };
+        const int chosen = random() % 4 == 0 ? members[random() % members.size()]
+                                             : *std::ranges::min_element(members, {}, violatedBy);
+        isNegated[chosen] = !isNegated[chosen];
+        std::erase_if(violated, [&](int other) { return !isViolated(other); });
+        for (const int other : sumsWith[chosen])
+            if (isViolated(other) && std::ranges::find(violated, other) == violated.end())
+                violated.push_back(other);
+    }
+
+    LinearMap result = *this;
+    result.known.clear();
+    for (int i = 0; i < count; ++i)
+        for (Term &term : result.nodes[i].terms)
+            if (isNegated[i] != isNegated[term.node])
+                term.factor = -term.factor;
+    for (Output &output : result.outputs)
+        output.ref.isNegative = output.ref.isNegative != isNegated[output.ref.node];
+    return result;
 }
 
 } // namespace zrfgen::gen

@@ -1,12 +1,13 @@
-// A real linear map as a sequence of sums and products by constants. It can be applied to the values of any
-// number model, and so can its transpose, which costs the same: every sum becomes a fork and every fork a
-// sum.
+// A real linear map as a sequence of sums and of weighted sums, which a decomposition records once. It can be
+// applied to the values of any number model. Its transpose costs the same: every sum becomes a fork and every
+// fork a sum.
 #pragma once
 
 #include "number/quad.h"
 
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace zrfgen::gen {
@@ -24,77 +25,83 @@ public:
     // The result stands at ref, short of the product by factor, which the user of the map has to see to.
     struct Output {
         Ref ref;
-        Quad factor;
+        Quad factor = 1;
     };
 
-    Ref input() { return {intern({Kind::Input, static_cast<int>(nodes.size()), 0, false, 0})}; }
+    // Summands, each with its factor.
+    using Parts = std::vector<std::pair<Quad, Ref>>;
+
+    Ref input();
     Ref sum(Ref a, Ref b);
-    Ref scaled(Ref a, Quad factor);
+    // The sum of factor * value as one block: its products belong together. Values with a factor of 1 or -1
+    // are added up ahead of the products.
+    Ref weightedSum(const Parts &parts);
 
     std::vector<Output> outputs;
+
+    // Inputs and outputs change places; factors of the outputs are left to the user, as those of the inputs.
+    LinearMap transposed() const;
+
+    // The same map with some values replaced by their negatives, so that signs end up in the choice of
+    // addition or subtraction: no output, and hardly a value inside, is a negative one or a sum of negatives
+    // only.
+    LinearMap withSignsInDifferences() const;
 
     // The outputs, short of their factors, for one value per input.
     template <class Model> std::vector<typename Model::Value>
     apply(Model &m, const std::vector<typename Model::Value> &inputs) const {
         std::vector<typename Model::Value> values;
+        const auto signedValue = [&](int node, bool isNegative) {
+            return isNegative ? m.negate(values[node]) : values[node];
+        };
         std::size_t nextInput = 0;
         for (const Node &node : nodes) {
-            if (node.kind == Kind::Input)
+            if (node.terms.empty()) {
                 values.push_back(inputs[nextInput++]);
-            else if (node.kind == Kind::Product)
-                values.push_back(m.weightedSum({}, {{node.factor, values[node.a]}}));
-            else
-                values.push_back(node.isDifference ? m.sub(values[node.a], values[node.b])
-                                                   : m.add(values[node.a], values[node.b]));
+            } else if (node.isPlainSum()) {
+                const Term &a = node.terms[0], &b = node.terms[1];
+                const auto first = signedValue(a.node, a.factor < 0);
+                values.push_back(b.factor < 0 ? m.sub(first, values[b.node]) : m.add(first, values[b.node]));
+            } else {
+                std::optional<typename Model::Value> base;
+                std::vector<typename Model::Term> products;
+                for (const Term &term : node.terms) {
+                    if (term.isPlain())
+                        base = signedValue(term.node, term.factor < 0);
+                    else
+                        products.push_back({term.factor, values[term.node]});
+                }
+                values.push_back(m.weightedSum(base, products));
+            }
         }
         std::vector<typename Model::Value> results;
         for (const Output &output : outputs)
-            results.push_back(signedValue(m, values[output.ref.node], output.ref.isNegative));
-        return results;
-    }
-
-    // The transpose: one value per output, with its factor already applied, gives one value per input.
-    template <class Model> std::vector<typename Model::Value>
-    applyTransposed(Model &m, const std::vector<typename Model::Value> &values) const {
-        std::vector<std::optional<typename Model::Value>> sums(nodes.size());
-        const auto contribute = [&](int node, typename Model::Value value) {
-            sums[node] = sums[node] ? m.add(*sums[node], value) : value;
-        };
-        for (std::size_t i = 0; i < outputs.size(); ++i)
-            contribute(outputs[i].ref.node, signedValue(m, values[i], outputs[i].ref.isNegative));
-        std::vector<typename Model::Value> results;
-        for (std::size_t i = nodes.size(); i-- > 0;) {
-            const Node &node = nodes[i];
-            if (node.kind == Kind::Input) {
-                results.insert(results.begin(), *sums[i]);
-            } else if (sums[i]) { // else no output needs the node
-                if (node.kind == Kind::Product) {
-                    contribute(node.a, m.weightedSum({}, {{node.factor, *sums[i]}}));
-                } else {
-                    contribute(node.a, *sums[i]);
-                    contribute(node.b, signedValue(m, *sums[i], node.isDifference));
-                }
-            }
-        }
+            results.push_back(signedValue(output.ref.node, output.ref.isNegative));
         return results;
     }
 
 private:
-    enum class Kind { Input, Sum, Product };
-    struct Node {
-        Kind kind;
-        int a, b;          // operands; of an input, a tells it from others
-        bool isDifference; // a - b rather than a + b
+    struct Term {
+        int node;
         Quad factor;
+
+        bool isPlain() const { return factor == 1 || factor == -1; }
+        friend auto operator<=>(const Term &, const Term &) = default;
+    };
+    // An input has no terms, a plain sum two without a product; any other node has products and at most one
+    // plain term, which is the first.
+    struct Node {
+        std::vector<Term> terms;
+
+        bool isPlainSum() const { return terms.size() == 2 && terms[1].isPlain(); }
         friend auto operator<=>(const Node &, const Node &) = default;
     };
 
-    template <class Model>
-    static typename Model::Value signedValue(Model &m, typename Model::Value value, bool isNegative) {
-        return isNegative ? m.negate(value) : value;
-    }
+    static Term plainTerm(Ref a) { return {a.node, Quad(a.isNegative ? -1 : 1)}; }
 
-    int intern(const Node &node);
+    Ref intern(std::vector<Term> terms);
+
+    Parts grouped(const Parts &parts);
 
     std::vector<Node> nodes; // operands stand before their users
     std::map<Node, int> known;

@@ -22,13 +22,15 @@ std::vector<ComplexQuad> raderSpectrum(const std::vector<int> &powers) {
 }
 
 RealLaneRader::RealLaneRader(const Decomposition &step)
-    : powers(powersOfPrimitiveRoot(step.length)), there(realTransform(step.factors[0])),
-      back(realTransform(step.factors[1])) {
+    : powers(powersOfPrimitiveRoot(step.length)),
+      there(realTransform(step.factors[0], FormalComplex::Factors::Carried)) {
+    const LinearMap mirrored = realTransform(step.factors[1], FormalComplex::Factors::Carried);
+    back = mirrored.transposed();
     const int p = step.length, m = p - 1;
     // Both maps leave factors to their users: they go into the constants, and so does the 2 that stands for
     // the conjugate half.
     const auto factors = [&](int output, int input) {
-        return back.outputs[output].factor * there.outputs[input].factor;
+        return mirrored.outputs[output].factor * there.outputs[input].factor;
     };
     for (int k = 0; k <= m / 2; ++k) {
         const bool isOdd = k % 2 == 1;

@@ -41,7 +41,7 @@ public:
             // x[0] joins entry 0 and so reaches all outputs.
             product.push_back(product.empty() ? m.weightedSum(x[0], terms) : m.weightedSum({}, terms));
         }
-        const std::vector<Value> sums = back.applyTransposed(m, product);
+        const std::vector<Value> sums = back.apply(m, product);
         for (int r = 0; r < length; ++r)
             result[powers[(length - r) % length]] = sums[r];
         return result;
@@ -55,7 +55,7 @@ private:
     };
 
     std::vector<int> powers;
-    LinearMap there, back; // the real transform of length m
+    LinearMap there, back; // real transforms of length m, the one back transposed
     std::vector<Row> rows;
 };
 

@@ -11,9 +11,10 @@ Real RealArithmetic::sum(Real a, Real b) {
 }
 
 Real RealArithmetic::weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms) {
-    const bool isWide = products == Products::Wide;
+    const bool isDoubling = !base && terms.size() == 1 && (terms[0].factor == 2 || terms[0].factor == -2);
+    const bool isWide = products == Products::Wide && !isDoubling;
     const Type productType = isWide ? Type{Element::Float64, valueType.lanes} : valueType;
-    const auto operand = [&](Real a) { return isWide ? Real{graph.widen(a.node), a.isNegative} : a; };
+    const auto operand = [&](Real a) { return isWide ? Real{widened(a.node), a.isNegative} : a; };
 
     std::optional<Real> total;
     if (base)
@@ -27,6 +28,20 @@ Real RealArithmetic::weightedSum(std::optional<Real> base, const std::vector<Rea
         total = total ? sum(*total, product) : product;
     }
     return isWide ? Real{graph.narrow(total->node), total->isNegative} : *total;
+}
+
+// What was wide before it was narrowed still is.
+NodeId RealArithmetic::widened(NodeId a) {
+    return graph[a].op == Op::Narrow ? graph[a].operands[0] : graph.widen(a);
+}
+
+NodeId RealArithmetic::scaledByCall(Real a) {
+    const bool isWide = graph[a.node].op == Op::Narrow;
+    NodeId value = isWide ? widened(a.node) : a.node;
+    if (a.isNegative)
+        value = graph.sub(graph.broadcast(graph[value].type, 0), value);
+    const NodeId scale = graph.scale(valueType);
+    return isWide ? graph.narrow(graph.mul(value, graph.widen(scale))) : graph.mul(value, scale);
 }
 
 NodeId RealArithmetic::resolved(Real a) {

@@ -28,7 +28,7 @@ struct RealTerm {
 // Where products by constants are computed.
 enum class Products {
     Narrow, // in the element type
-    Wide,   // sums of products in Float64, narrowed once; plain additions stay Float32
+    Wide,   // sums of products in Float64, narrowed once; plain additions and doublings stay Float32
 };
 
 // How the inverse transform comes out of the forward graph.
@@ -39,11 +39,15 @@ enum class InverseBy {
 
 class RealArithmetic {
 public:
+    using Value = Real;
+    using Term = RealTerm;
+
     RealArithmetic(Graph &graph, Type type, Products products)
         : graph(graph), valueType(type), products(products) {}
 
     Real add(Real a, Real b) { return sum(a, b); }
     Real sub(Real a, Real b) { return sum(a, -b); }
+    static Real negate(Real a) { return -a; }
     // base + the sum of factor * value, added in the order given.
     Real weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms);
     // The product by a vector with a factor of its own for each lane.
@@ -52,11 +56,15 @@ public:
     }
     // A node that holds the value itself.
     NodeId resolved(Real a);
+    // A node that holds the value times the factor of the call. A value that is wide is multiplied before it
+    // is narrowed.
+    NodeId scaledByCall(Real a);
 
     Type type() const { return valueType; }
 
 private:
     Real sum(Real a, Real b);
+    NodeId widened(NodeId a);
 
     Graph &graph;
     Type valueType;

@@ -3,6 +3,7 @@
 #include "graph/count.h"
 #include "graph/evaluate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <random>
@@ -61,6 +62,21 @@ std::string constants(const Graph &graph) {
     return text;
 }
 
+// The elements of the source that are first combined with one another, where they are taken one by one.
+std::string firstPairs(const Graph &graph) {
+    std::string text;
+    for (const NodeId id : liveNodes(graph)) {
+        const Node &node = graph[id];
+        if (node.op != Op::Add || node.type.lanes > 1)
+            continue;
+        const Node &a = graph[node.operands[0]], &b = graph[node.operands[1]];
+        if (a.op == Op::Load && b.op == Op::Load)
+            text += (text.empty() ? "(" : " (") + std::to_string(std::min(a.picks[0], b.picks[0])) + ", " +
+                    std::to_string(std::max(a.picks[0], b.picks[0])) + ")";
+    }
+    return text;
+}
+
 std::string registers(const CompiledKernel &kernel, const Target &target) {
     std::string text;
     for (const int registers : target.registers) {
@@ -80,12 +96,20 @@ std::string card(const KernelDefinition &definition, const CompiledKernel &kerne
     std::string names;
     for (const std::string &name : definition.exports)
         names += (names.empty() ? "" : ", ") + name;
-    return names + "\n" + row("decomposition", definition.decomposition) +
-           row("arithmetic", number(counts.sums(), "additions (") + number(counts.additions, "add, ") +
-                                 number(counts.subtractions, "sub), ") +
-                                 number(counts.multiplications, "multiplications; scale step included")) +
-           row("other", number(counts.shuffles, "shuffles, ") + number(counts.signFlips, "sign flips, ") +
-                            number(counts.conversions, "conversions")) +
+    std::string text = names + "\n" + row("decomposition", definition.decomposition);
+    const std::string pairs = firstPairs(kernel.algebra);
+    if (!pairs.empty())
+        text += row("first pairs", pairs);
+    text += row("arithmetic", number(counts.sums(), "additions (") + number(counts.additions, "add, ") +
+                                  number(counts.subtractions, "sub), ") +
+                                  number(counts.multiplications - counts.scalings, "multiplications and ") +
+                                  number(counts.scalings, "for the scale"));
+    if (counts.conversions > 0)
+        text += row("in Float64", number(counts.wideSums, "additions, ") +
+                                      number(counts.wideProducts, "multiplications; ") +
+                                      number(counts.conversions, "conversions"));
+    return text +
+           row("other", number(counts.shuffles, "shuffles, ") + number(counts.signFlips, "sign flips")) +
            row("memory", number(counts.loads, "loads, ") + number(counts.stores, "stores")) +
            row("constants", constants(kernel.graph)) + registers(kernel, target) +
            row("error", shortest(predictedError(definition, kernel.graph)) + " relative RMS, predicted");

@@ -1,6 +1,7 @@
 // What a family of transforms gives to the driver.
 #pragma once
 
+#include "emit/emit.h"
 #include "graph/graph.h"
 #include "target.h"
 
@@ -12,13 +13,14 @@ namespace zrfgen::gen {
 
 // One kernel text and the exports that it serves.
 struct KernelDefinition {
-    std::vector<std::string> exports; // the forward one, then the inverse one
+    std::vector<std::string> exports;
     std::string file;
     std::string decomposition;
     int elements; // real elements of the source, and as many of the destination
     std::function<Graph(const Target &)> build;
     // The complete text around a body.
     std::function<std::string(const Graph &, const std::string &)> wrap;
+    ElementPlaces places = {};
 };
 
 struct Family {

@@ -44,7 +44,7 @@ bool isAligned(Type type, const Move &move) {
 
 class Emitter {
 public:
-    explicit Emitter(const Graph &graph) : graph(graph) {}
+    Emitter(const Graph &graph, const ElementPlaces &places) : graph(graph), places(places) {}
 
     std::string body(const Schedule &schedule) {
         std::string code;
@@ -75,8 +75,10 @@ private:
     }
 
     std::string vectorConstant(const Node &node) const {
-        if (node.type.lanes == 1)
-            return literal(node.values[0], node.type.element);
+        if (node.type.lanes == 1) {
+            const std::string number = literal(node.values[0], node.type.element);
+            return node.values[0] == 2 ? "unknownToCompiler(" + number + ")" : number;
+        }
         std::string lanes;
         for (const Quad value : node.values)
             lanes += (lanes.empty() ? "" : ", ") + literal(value, node.type.element);
@@ -191,9 +193,20 @@ private:
         return "_mm_shuffle_ps(" + first + ", " + second + ", _MM_SHUFFLE(" + order.substr(2) + "))";
     }
 
-    std::string address(const char *array, int element, Element type) const {
-        const int offset = element * bytes(type);
-        return offset == 0 ? array : array + (" + " + std::to_string(offset));
+    using Place = std::function<std::string(int)>;
+
+    static std::string address(const std::string &array, const Place &place, int element, Element type) {
+        if (place)
+            return array + " + " + std::to_string(bytes(type)) + " * " + place(element);
+        return element == 0 ? array : array + " + " + std::to_string(element * bytes(type));
+    }
+
+    std::string source(int element, Element type) const {
+        return address("src", places.source, element, type);
+    }
+
+    std::string destination(int element, Element type) const {
+        return address("dst", places.destination, element, type);
     }
 
     std::string access(Type type, const Move &move) const {
@@ -203,41 +216,40 @@ private:
     std::string load(const Node &node) const {
         const Element element = node.type.element;
         if (node.type.lanes == 1)
-            return "loadElement<" + cType(node.type) + ">(" + address("src", node.picks[0], element) + ")";
+            return "loadElement<" + cType(node.type) + ">(" + source(node.picks[0], element) + ")";
         const Move move = asMove(node.picks);
         const std::string suffix = isDouble(node.type) ? "Doubles" : "Floats";
         if (isHalf(node.type) || move.upper == idle)
-            return "loadLower" + suffix + "(" + address("src", move.lower, element) + ")";
+            return "loadLower" + suffix + "(" + source(move.lower, element) + ")";
         if (move.isWhole)
-            return "load" + suffix + access(node.type, move) + "(" + address("src", move.lower, element) +
-                   ")";
-        return call("loadHalves" + suffix, address("src", move.lower, element),
-                    address("src", move.upper, element));
+            return "load" + suffix + access(node.type, move) + "(" + source(move.lower, element) + ")";
+        return call("loadHalves" + suffix, source(move.lower, element), source(move.upper, element));
     }
 
     std::string store(const Store &store) {
         const Type type = graph[store.value].type;
         const std::string value = operand(store.value);
         if (type.lanes == 1)
-            return call("storeElement", address("dst", store.offsets[0], type.element), value);
+            return call("storeElement", destination(store.offsets[0], type.element), value);
         const Move move = asMove(store.offsets);
         if (!isHalf(type) && move.isWhole)
-            return call("storeVector" + access(type, move), address("dst", move.lower, type.element), value);
-        std::string text = call("storeLower", address("dst", move.lower, type.element), value);
+            return call("storeVector" + access(type, move), destination(move.lower, type.element), value);
+        std::string text = call("storeLower", destination(move.lower, type.element), value);
         if (!isHalf(type) && move.upper != idle)
-            text += ";\n        " + call("storeUpper", address("dst", move.upper, type.element), value);
+            text += ";\n        " + call("storeUpper", destination(move.upper, type.element), value);
         return text;
     }
 
     const Graph &graph;
+    const ElementPlaces &places;
     std::map<std::pair<NodeId, bool>, std::string> constantNames;
     std::string constants;
 };
 
 } // namespace
 
-std::string emitBody(const Graph &graph, const Schedule &schedule) {
-    return Emitter(graph).body(schedule);
+std::string emitBody(const Graph &graph, const Schedule &schedule, const ElementPlaces &places) {
+    return Emitter(graph, places).body(schedule);
 }
 
 bool hasAlignedMoves(const Graph &graph) {

@@ -4,6 +4,7 @@
 #include "graph/graph.h"
 #include "schedule/schedule.h"
 
+#include <functional>
 #include <string>
 
 namespace zrfgen::gen {
@@ -11,10 +12,15 @@ namespace zrfgen::gen {
 // A number as a hexadecimal literal of the element type: the value rounded once.
 std::string literal(Quad value, Element element);
 
+// How the text writes the place of an array's element in memory; as the element's own number where empty.
+struct ElementPlaces {
+    std::function<std::string(int)> source, destination;
+};
+
 // The statements of a function body over `src`, `dst` (byte pointers) and `factor` (the scale twice over, on
 // a 16-byte boundary), with the template parameters `direction` and `access` in scope. The graph must have
 // been lowered.
-std::string emitBody(const Graph &graph, const Schedule &schedule);
+std::string emitBody(const Graph &graph, const Schedule &schedule, const ElementPlaces &places);
 
 // Whether the text depends on `access`: some move takes a whole vector that an aligned array aligns.
 bool hasAlignedMoves(const Graph &graph);

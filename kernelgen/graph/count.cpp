@@ -12,22 +12,35 @@ int moves(const std::vector<int> &elements) {
     return lower && upper && elements[half] != elements[0] + half ? 2 : 1;
 }
 
+namespace {
+
+bool isScale(const Graph &graph, NodeId id) {
+    return graph[id].op == Op::Scale || (graph[id].op == Op::Widen && isScale(graph, graph[id].operands[0]));
+}
+
+} // namespace
+
 Counts count(const Graph &graph) {
     Counts counts;
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
+        const bool isWide = node.type.element == Element::Float64;
         switch (node.op) {
         case Op::Load:
             counts.loads += moves(node.picks);
             break;
         case Op::Add:
             ++counts.additions;
+            counts.wideSums += isWide;
             break;
         case Op::Sub:
             ++counts.subtractions;
+            counts.wideSums += isWide;
             break;
         case Op::Mul:
             ++counts.multiplications;
+            counts.scalings += isScale(graph, node.operands[0]) || isScale(graph, node.operands[1]);
+            counts.wideProducts += isWide;
             break;
         case Op::FlipSigns:
             ++counts.signFlips;

@@ -9,6 +9,8 @@ namespace zrfgen::gen {
 
 struct Counts {
     int additions = 0, subtractions = 0, multiplications = 0; // the scale step included
+    int scalings = 0;                                         // the multiplications of the scale step
+    int wideSums = 0, wideProducts = 0;                       // those of all these in Float64
     int signFlips = 0, conversions = 0, shuffles = 0;
     int loads = 0, stores = 0; // of the caller's arrays
 

@@ -2,9 +2,11 @@
 
 #include "algebra/interleaved_complex.h"
 #include "algebra/split_complex.h"
+#include "dft/recipes/complex_dft.h"
+#include "dft/recipes/lengths.h"
 #include "dft_reference.h"
-#include "recipes/complex_dft.h"
-#include "recipes/lengths.h"
+#include "graph/count.h"
+#include "real/recipes/real_dft.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +19,7 @@ constexpr double exactness = 1e-30;
 
 void expectTransform(const Graph &graph, int length, const std::string &what) {
     for (const Direction direction : {Direction::Forward, Direction::Inverse}) {
-        const auto source = randomSource(length);
+        const auto source = randomSource(2 * length);
         const auto result = evaluate(graph, direction, Precision::Exact, source, 1, 2 * length);
         EXPECT_LT(largestDifference(result, dftReference(source, direction)), exactness)
             << what << (direction == Direction::Forward ? " forward" : " inverse");
@@ -34,6 +36,24 @@ TEST(Recipes, GiveTheTransformWithEveryNumberOfLanes) {
         }
         expectTransform(complexDft(length, Element::Float64, sse3), length,
                         std::to_string(length) + " interleaved");
+    }
+}
+
+TEST(RealRecipes, GiveTheTransforms) {
+    for (int length = shortestLength; length <= longestLength; ++length) {
+        SCOPED_TRACE(length);
+        const auto source = randomSource(length);
+        const auto run = [&](const Graph &graph) {
+            return evaluate(graph, Direction::Forward, Precision::Exact, source, 1, length);
+        };
+        for (const Element element : {Element::Float32, Element::Float64}) {
+            EXPECT_LT(largestDifference(run(forwardRealDft(length, element)), realDftReference(source)),
+                      exactness);
+            EXPECT_LT(
+                largestDifference(run(inverseRealDft(length, element)), inverseRealDftReference(source)),
+                exactness);
+            EXPECT_LT(largestDifference(run(hartley(length, element)), hartleyReference(source)), exactness);
+        }
     }
 }
 
@@ -73,10 +93,31 @@ TEST(Algebra, ComposesSteps) {
     }
 }
 
+// -x[0], x[0] - x[1] and its negative in one map: the differences take their signs in, the plain value is
+// subtracted from zero.
+TEST(Algebra, PutsSignsIntoDifferences) {
+    LinearMap map;
+    const auto a = map.input(), b = map.input(), difference = map.sum(a, -b);
+    map.outputs = {{-a}, {-difference}, {map.sum(difference, b)}};
+    const LinearMap settled = map.withSignsInDifferences();
+
+    Graph graph;
+    const Type scalar{Element::Float64, 1};
+    RealArithmetic real(graph, scalar, Products::Narrow);
+    const auto outputs = settled.apply(real, {{graph.load(scalar, {0})}, {graph.load(scalar, {1})}});
+    for (int i = 0; i < 3; ++i)
+        graph.store(real.scaledByCall(outputs[i]), {i});
+    EXPECT_EQ(evaluate(graph, Direction::Forward, Precision::Native, {5, 3}, 2, 3),
+              (std::vector<Quad>{-10, -4, 10}));
+    EXPECT_EQ(count(graph).sums(), 3);
+}
+
 TEST(Algebra, DescribesADecompositionInOrderOfExecution) {
     EXPECT_EQ(describe(T(4, PF(3, 2))), "4 > (3 > 2) T");
     EXPECT_EQ(describe(PF(T(4, 4), 3)), "(4 > 4 T) > 3");
     EXPECT_EQ(describe(surrounded(2, 7, 2)), "2 > 7 > 2");
+    EXPECT_EQ(describe(splitRadix(T(4, 4), T(4, 2))), "(4 > 4 T) + 2 * (4 > 2 T)");
+    EXPECT_EQ(describe(PF(realRader(PF(2, 11), PF(11, 2)), 2)), "Rader(2 > 11, 11 > 2) > 2");
 }
 
 } // namespace

@@ -13,7 +13,9 @@ expect() { # expect STATUS PATTERN ARGUMENTS...
     fi
 }
 
-expect 0 '22 additions (.*8 multiplications' explain zrfgDFTFwd_CToC_8_32fc
+expect 0 '22 additions (.*4 multiplications and 4 for the scale' explain zrfgDFTFwd_CToC_8_32fc
+expect 0 ' 172 multiplications and 33 for the scale' explain zrfgDFTFwd_RToPack_33_64f
+expect 0 'first pairs    (3, 30) (6, 27) (9, 24) (12, 21) (15, 18) ' explain zrfgDFTFwd_RToPack_33_64f
 expect 0 '^decomposition  4 > 2 T$' explain zrfgDFTInv_CToC_8_64fc
 expect 0 'store' dump schedule zrfgDFTFwd_CToC_2_64fc
 expect 0 '^zrfgenGetLibVersion$' exports built

@@ -1,9 +1,11 @@
 // The cost of each kernel against the figures in counts.txt, in the graph and in the machine code.
 #include "graph/count.h"
 
+#include "dft/recipes/complex_dft.h"
+#include "dft/recipes/lengths.h"
 #include "lanes/lower.h"
-#include "recipes/complex_dft.h"
-#include "recipes/lengths.h"
+#include "real/recipes/lengths.h"
+#include "real/recipes/real_dft.h"
 
 #include <gtest/gtest.h>
 
@@ -19,8 +21,7 @@ namespace zrfgen::gen {
 namespace {
 
 struct Cost {
-    int sums = 0, products = 0;
-    friend bool operator==(const Cost &, const Cost &) = default;
+    int sums = 0, products = 0, conversions = 0;
 };
 
 struct Expectation {
@@ -50,18 +51,29 @@ Expectations readExpectations() {
     return expectations;
 }
 
-Cost graphCost(int length, Element element) {
-    const Counts counts = count(lowered(complexDft(length, element, sse3)));
-    return {counts.sums(), counts.multiplications};
+Cost graphCost(const Graph &graph) {
+    const Counts counts = count(graph);
+    return {counts.sums(), counts.multiplications, counts.conversions};
 }
 
+Cost graphCost(int length, Element element) {
+    return graphCost(lowered(complexDft(length, element, sse3)));
+}
+
+struct MachineCode {
+    Cost cost;
+    bool isScalar = true, isStraight = true; // no packed arithmetic; no calls but for the program counter
+};
+
 // The arithmetic instructions of every function of the library.
-std::map<std::string, Cost> readMachineCode() {
-    const std::regex arithmetic(R"(\t(add|sub|addsub|mul)[sp][sd]\b)"), header(R"(^[0-9a-f]+ <([^>]+)>:$)");
-    std::map<std::string, Cost> functions;
+std::map<std::string, MachineCode> readMachineCode() {
+    const std::regex arithmetic(R"(\t(add|sub|addsub|mul)([sp])[sd]\b)"),
+        conversion(R"(\tcvt(ss2sd|sd2ss)\b)"), call(R"(\tcall\b(?!.*pc_thunk))"),
+        header(R"(^[0-9a-f]+ <([^>]+)>:$)");
+    std::map<std::string, MachineCode> functions;
     const std::unique_ptr<FILE, int (*)(FILE *)> pipe(
         popen(OBJDUMP " -d --no-show-raw-insn " ZRFGEN_LIBRARY, "r"), pclose);
-    Cost *current = nullptr;
+    MachineCode *current = nullptr;
     char buffer[512];
     while (std::fgets(buffer, sizeof buffer, pipe.get()) != nullptr) {
         std::string line(buffer);
@@ -69,8 +81,15 @@ std::map<std::string, Cost> readMachineCode() {
         std::smatch match;
         if (std::regex_search(line, match, header))
             current = &functions[match[1]];
-        else if (current != nullptr && std::regex_search(line, match, arithmetic))
-            ++(match[1] == "mul" ? current->products : current->sums);
+        else if (current == nullptr)
+            continue;
+        else if (std::regex_search(line, match, arithmetic)) {
+            ++(match[1] == "mul" ? current->cost.products : current->cost.sums);
+            current->isScalar = current->isScalar && match[2] == "s";
+        } else if (std::regex_search(line, conversion))
+            ++current->cost.conversions;
+        else if (std::regex_search(line, call))
+            current->isStraight = false;
     }
     return functions;
 }
@@ -105,19 +124,99 @@ TEST(Counts, OfTheMachineCodeAreThoseOfTheGraph) {
             for (const char *direction : {"Fwd", "Inv"}) {
                 const std::string name = bodyName(direction, length, suffix);
                 ASSERT_TRUE(functions.contains(name)) << name;
-                EXPECT_EQ(functions.at(name).sums, expected.sums) << name;
-                EXPECT_EQ(functions.at(name).products, expected.products) << name;
+                EXPECT_EQ(functions.at(name).cost.sums, expected.sums) << name;
+                EXPECT_EQ(functions.at(name).cost.products, expected.products) << name;
             }
         }
     }
-    for (const auto &[name, cost] : functions) {
+    for (const auto &[name, code] : functions) {
         std::smatch match;
         if (!std::regex_search(name, match, unaligned))
             continue;
         const Cost expected =
             graphCost(std::stoi(match[1]), match[2] == "32" ? Element::Float32 : Element::Float64);
-        EXPECT_EQ(cost.sums, expected.sums) << name;
-        EXPECT_EQ(cost.products, expected.products) << name;
+        EXPECT_EQ(code.cost.sums, expected.sums) << name;
+        EXPECT_EQ(code.cost.products, expected.products) << name;
+    }
+}
+
+struct RealKernel {
+    const char *family;
+    Graph (*build)(int length, Element element);
+};
+const RealKernel realKernels[] = {
+    {"DFTFwd_RTo%", forwardRealDft}, {"DFTInv_%ToR", inverseRealDft}, {"Hartley", hartley}};
+
+TEST(RealCounts, OfTheGraphMeetTheFigures) {
+    std::ifstream file(REAL_COUNTS_TABLE);
+    int rows = 0;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("#"))
+            continue;
+        std::istringstream fields(line);
+        int length;
+        fields >> length;
+        ++rows;
+        SCOPED_TRACE(length);
+        for (const RealKernel &kernel : realKernels) {
+            int sums, products;
+            fields >> sums >> products;
+            for (const Element element : {Element::Float32, Element::Float64}) {
+                const Cost cost = graphCost(kernel.build(length, element));
+                EXPECT_LE(cost.sums, sums) << kernel.family;
+                EXPECT_LE(cost.products - length, products) << kernel.family;
+            }
+        }
+        int singleSums, singleProducts, wideSums, wideProducts, conversions;
+        ASSERT_TRUE(fields >> singleSums >> singleProducts >> wideSums >> wideProducts >> conversions);
+        const Counts counts = count(forwardRealDft(length, Element::Float32));
+        EXPECT_LE(counts.sums(), singleSums + wideSums);
+        EXPECT_LE(counts.multiplications, singleProducts + wideProducts);
+        EXPECT_LE(counts.wideSums, wideSums);
+        EXPECT_LE(counts.conversions, conversions);
+    }
+    EXPECT_EQ(rows, longestLength - shortestLength + 1);
+}
+
+// No twiddle stands between coprime factors.
+TEST(RealCounts, OfPrimeFactorStepsAreThoseOfTheirFactors) {
+    const auto products = [](int length) {
+        const Counts counts = count(forwardRealDft(length, Element::Float64));
+        return counts.multiplications - counts.scalings;
+    };
+    for (int length = shortestLength; length <= longestLength; ++length) {
+        const Decomposition &form = realLengthRecipe(length).forward;
+        if (form.method != Decomposition::Method::PrimeFactor)
+            continue;
+        const int a = form.factors[0].length, b = form.factors[1].length;
+        EXPECT_EQ(products(length), a * products(b) + b * products(a)) << length;
+    }
+}
+
+TEST(RealCounts, OfTheMachineCodeAreThoseOfTheGraph) {
+    const auto functions = readMachineCode();
+    for (const RealKernel &kernel : realKernels) {
+        const std::string family = kernel.family;
+        const auto place = family.find('%');
+        for (int length = shortestLength; length <= longestLength; ++length) {
+            for (const Element element : {Element::Float32, Element::Float64}) {
+                const Cost expected = graphCost(kernel.build(length, element));
+                for (const char *layout : {"CCS", "Pack", "Perm"}) {
+                    std::string name = "zrfg" + family;
+                    if (place != std::string::npos)
+                        name.replace(name.find('%'), 1, layout);
+                    name += "_" + std::to_string(length) + (element == Element::Float32 ? "_32f" : "_64f") +
+                            "_body";
+                    ASSERT_TRUE(functions.contains(name)) << name;
+                    const MachineCode &code = functions.at(name);
+                    EXPECT_EQ(code.cost.sums, expected.sums) << name;
+                    EXPECT_EQ(code.cost.products, expected.products) << name;
+                    // Each of the three factors may be widened in a branch of its own.
+                    EXPECT_LE(code.cost.conversions, expected.conversions + 2) << name;
+                    EXPECT_TRUE(code.isScalar && code.isStraight) << name;
+                }
+            }
+        }
     }
 }
 

@@ -1,8 +1,8 @@
 #include "schedule/schedule.h"
 
+#include "dft/recipes/complex_dft.h"
+#include "dft/recipes/lengths.h"
 #include "lanes/lower.h"
-#include "recipes/complex_dft.h"
-#include "recipes/lengths.h"
 
 #include <gtest/gtest.h>
 

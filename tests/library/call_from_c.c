@@ -10,8 +10,10 @@ int callFromC(void) {
     const LibraryVersion *version = zrfgenGetLibVersion();
     const Complex32 input32[2] = {{1, 2}, {3, 5}};
     const Complex64 input64[2] = {{1, 2}, {3, 5}};
+    const Float32 real32[2] = {1, 3};
     Complex32 output32[2];
     Complex64 output64[2];
+    Float32 spectrum32[4];
 
     if (transform(input32, output32, zrfScaleNone) != zrfStatusOk || output32[0].re != 4 ||
         output32[1].im != -3)
@@ -20,5 +22,7 @@ int callFromC(void) {
         return 2;
     if (zrfgDFTFwd_CToC_64fc(input64, output64, 1, zrfScaleNone) != zrfStatusSizeError)
         return 3;
-    return version == 0 ? 4 : 0;
+    if (zrfgDFTFwd_RToCCS_2_32f(real32, spectrum32, zrfScaleNone) != zrfStatusOk || spectrum32[2] != -2)
+        return 4;
+    return version == 0 ? 5 : 0;
 }

@@ -44,8 +44,8 @@ TEST_P(MemoryBounds, ArraysAndNoMore) {
     const Transform &transform = GetParam();
     const Values input = randomValues(transform, 4), expected = run(transform, input, zrfScaleNone);
     GuardedPage srcPage, dstPage;
-    for (unsigned char *src : srcPage.placements(transform.bytes()))
-        for (unsigned char *dst : dstPage.placements(transform.bytes())) {
+    for (unsigned char *src : srcPage.placements(transform.srcBytes()))
+        for (unsigned char *dst : dstPage.placements(transform.dstBytes())) {
             srcPage.allow(PROT_READ | PROT_WRITE);
             encode(transform, input, src);
             srcPage.allow(PROT_READ);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <set>
 
 extern "C" int callFromC(void);
 
@@ -39,15 +40,13 @@ Lines built() {
     return linesOf(ZRFGEN_KERNELGEN " exports built");
 }
 
-// The tests of each transform find theirs by the length, so this also shows that they have left none out.
+// Also shows that the tests of each transform have left none out.
 TEST(Surface, ExportsAreTheBuiltOnes) {
-    Lines tested = {"zrfgDFTFwd_CToC_32fc", "zrfgDFTFwd_CToC_64fc", "zrfgDFTInv_CToC_32fc",
-                    "zrfgDFTInv_CToC_64fc", "zrfgenGetLibVersion"};
+    std::set<std::string> tested = {"zrfgenGetLibVersion"};
     for (const Transform &transform : builtTransforms())
-        tested.push_back(transform.name);
-    std::ranges::sort(tested);
+        tested.insert({transform.name, transform.anySizeName});
     EXPECT_EQ(symbols("--defined-only"), built());
-    EXPECT_EQ(tested, built());
+    EXPECT_EQ(Lines(tested.begin(), tested.end()), built());
     EXPECT_TRUE(std::ranges::includes(planned(), built()));
 }
 

@@ -1,0 +1,19 @@
+// The head of the real and Hartley kernels. They move one element at a time, so alignment makes no
+// difference.
+//
+// Besides its factors, a Kernel has
+//     transform<layout>(src, dst, factor)
+#pragma once
+
+#include "kernel.h"
+#include "spectrum_layout.h"
+
+namespace zrfgen {
+
+// Hartley kernels have no spectrum; they take the layout in which nothing moves.
+template <class Kernel, Direction direction, Layout layout = Layout::Pack>
+inline Status runRealKernel(const void *src, void *dst, std::int32_t flag) {
+    return checkedCall<Kernel, direction>(src, dst, flag, Kernel::template transform<layout>);
+}
+
+} // namespace zrfgen

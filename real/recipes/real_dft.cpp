@@ -1,0 +1,171 @@
+#include "real/recipes/real_dft.h"
+
+#include "algebra/half_spectrum.h"
+#include "algebra/real.h"
+#include "dft/recipes/lengths.h"
+#include "emit/kernel_file.h"
+#include "real/recipes/lengths.h"
+
+namespace zrfgen::gen {
+
+namespace {
+
+using enum FormalComplex::Factors;
+
+// Whether entry i of a spectrum stands for its mirror image too.
+bool isInterior(int i, int length) {
+    return i > 0 && (length % 2 == 1 || i < length - 1);
+}
+
+// Outputs with their factors, and with another one.
+LinearMap::Ref multiplied(LinearMap &map, const LinearMap::Output &output, Quad factor) {
+    return map.weightedSum({{factor * output.factor, output.ref}});
+}
+
+LinearMap forwardMap(int length) {
+    return realTransform(realLengthRecipe(length).forward, AtOnce);
+}
+
+// The transpose of the forward sums, with the doubling of the interior entries ahead.
+LinearMap inverseMap(int length) {
+    LinearMap map = realTransform(realLengthRecipe(length).inverse, Carried);
+    for (int i = 0; i < length; ++i)
+        map.outputs[i] = {multiplied(map, map.outputs[i], isInterior(i, length) ? 2 : 1)};
+    return map.transposed();
+}
+
+// H[k] = R[k] - I[k] and H[n-k] = R[k] + I[k].
+LinearMap hartleyMap(int length) {
+    LinearMap map = realTransform(realLengthRecipe(length).hartley, Carried);
+    const std::vector<LinearMap::Output> spectrum = map.outputs;
+    for (int k = 1; k <= length / 2; ++k) {
+        const LinearMap::Output &re = spectrum[2 * k - 1];
+        if (2 * k == length) {
+            map.outputs[k] = re;
+            continue;
+        }
+        const LinearMap::Output &im = spectrum[2 * k];
+        map.outputs[k] = {map.weightedSum({{re.factor, re.ref}, {-im.factor, im.ref}})};
+        map.outputs[length - k] = {map.weightedSum({{re.factor, re.ref}, {im.factor, im.ref}})};
+    }
+    return map;
+}
+
+Graph scalarKernel(LinearMap map, int length, Element element) {
+    for (LinearMap::Output &output : map.outputs)
+        output = {multiplied(map, output, 1)};
+    map = map.withSignsInDifferences();
+
+    Graph graph;
+    const Type scalar{element, 1};
+    RealArithmetic real(graph, scalar, element == Element::Float32 ? Products::Wide : Products::Narrow);
+    std::vector<Real> inputs;
+    for (int i = 0; i < length; ++i)
+        inputs.push_back({graph.load(scalar, {i})});
+    const std::vector<Real> outputs = map.apply(real, inputs);
+    for (int i = 0; i < length; ++i)
+        graph.store(real.scaledByCall(outputs[i]), {i});
+    return graph;
+}
+
+std::string bits(Element element) {
+    return element == Element::Float32 ? "32" : "64";
+}
+
+// "15_64f"
+std::string lengthAndSuffix(int length, Element element) {
+    return std::to_string(length) + "_" + bits(element) + "f";
+}
+
+KernelFile kernelFile(const std::string &kind, int length, Element element) {
+    return {
+        .head = "real_kernel.h",
+        .type = kind + std::to_string(length) + "Float" + bits(element),
+        .length = length,
+        .element = element,
+        .arrayElement = "Float" + bits(element),
+        .members = "",
+        .transformParameters = "Layout layout",
+        .exports = {},
+    };
+}
+
+// The kernels of one direction: one text for the three layouts.
+KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForward, int length,
+                                Element element) {
+    const std::string direction = isForward ? "Forward" : "Inverse";
+    KernelFile file = kernelFile("Real" + direction, length, element);
+    KernelDefinition definition{
+        .exports = {},
+        .file = (isForward ? "real_forward_" : "real_inverse_") + lengthAndSuffix(length, element) + ".cpp",
+        .decomposition = describe(decomposition) + (isForward ? "" : ", transposed: the last stage first"),
+        .elements = length,
+        .build =
+            [=](const Target &) {
+                return isForward ? forwardRealDft(length, element) : inverseRealDft(length, element);
+            },
+        .wrap = {},
+    };
+    for (const std::string layout : {"CCS", "Pack", "Perm"}) {
+        const std::string family = isForward ? "DFTFwd_RTo" + layout : "DFTInv_" + layout + "ToR";
+        const std::string name = "zrfg" + family + "_" + lengthAndSuffix(length, element);
+        definition.exports.push_back(name);
+        file.exports.push_back(
+            {name, "runRealKernel<" + file.type + ", Direction::" + direction + ", Layout::" + layout + ">"});
+    }
+    const std::string n = std::to_string(length);
+    const std::string zeros =
+        isForward ? "        storeSpectrumZeros<layout, " + file.arrayElement + ">(dst, " + n + ");\n" : "";
+    definition.wrap = [=](const Graph &, const std::string &body) { return text(file, body + zeros); };
+    (isForward ? definition.places.destination : definition.places.source) = [=](int i) {
+        return "spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
+    };
+    return definition;
+}
+
+KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, Element element) {
+    KernelFile file = kernelFile("Hartley", length, element);
+    const std::string name = "zrfgHartley_" + lengthAndSuffix(length, element);
+    file.exports = {{name, "runRealKernel<" + file.type + ", Direction::Both>"}};
+    return {
+        .exports = {name},
+        .file = "hartley_" + lengthAndSuffix(length, element) + ".cpp",
+        .decomposition = describe(decomposition),
+        .elements = length,
+        .build = [=](const Target &) { return hartley(length, element); },
+        .wrap = [=](const Graph &, const std::string &body) { return text(file, body); },
+    };
+}
+
+} // namespace
+
+Graph forwardRealDft(int length, Element element) {
+    return scalarKernel(forwardMap(length), length, element);
+}
+
+Graph inverseRealDft(int length, Element element) {
+    return scalarKernel(inverseMap(length), length, element);
+}
+
+Graph hartley(int length, Element element) {
+    return scalarKernel(hartleyMap(length), length, element);
+}
+
+Family realDftFamily() {
+    Family family;
+    for (const Element element : {Element::Float32, Element::Float64}) {
+        const std::string suffix = element == Element::Float32 ? "32f" : "64f";
+        for (int length = shortestLength; length <= longestLength; ++length) {
+            const RealLengthRecipe &recipe = realLengthRecipe(length);
+            family.kernels.push_back(spectrumKernel(recipe.forward, true, length, element));
+            family.kernels.push_back(spectrumKernel(recipe.inverse, false, length, element));
+            family.kernels.push_back(hartleyKernel(recipe.hartley, length, element));
+        }
+        for (const char *name : {"DFTFwd_RToCCS_", "DFTFwd_RToPack_", "DFTFwd_RToPerm_", "DFTInv_CCSToR_",
+                                 "DFTInv_PackToR_", "DFTInv_PermToR_", "Hartley_"})
+            family.otherExports.push_back("zrfg" + (name + suffix));
+    }
+    return family;
+}
+
+} // namespace zrfgen::gen
