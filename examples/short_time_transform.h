@@ -14,12 +14,10 @@ struct Spectrogram {
 
     std::int64_t frames;
     double transformSeconds; // forward and inverse transforms of all frames
-    double roundTripError;   // largest, relative to the frame's largest sample
+    double roundTripError;   // largest difference between a frame's sample and what came back
 
     double at(int column, int bin) const { return power[std::size_t(column) * bins + bin]; }
 };
-
-bool isLengthBuilt(int length);
 
 // Cuts the samples, at least one frame of them, into overlapping frames and transforms each there and back.
 Spectrogram transformFrames(const std::vector<float> &samples, int length, int maxColumns);

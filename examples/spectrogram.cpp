@@ -25,7 +25,7 @@ struct UsageError : std::runtime_error {
 
 struct Arguments {
     std::string input, output;
-    int length = 0; // 0: the longest there is
+    int length = longest;
 };
 
 int parseLength(const std::string &text) {
@@ -51,13 +51,6 @@ Arguments parseArguments(int count, char **values) {
     arguments.input = paths[0];
     arguments.output = paths[1];
     return arguments;
-}
-
-int longestBuilt() {
-    int length = longest;
-    while (length > shortest && !isLengthBuilt(length))
-        --length;
-    return length;
 }
 
 double decibels(double power) {
@@ -93,8 +86,7 @@ void printSummary(const Arguments &arguments, const Recording &recording, const 
                     loudest * binWidth, loudest, spectrogram.bins - 1, binWidth, decibels(binPower[loudest]));
     std::printf("transforms   %.0f forward and inverse in %.3f ms, %.2f million per second\n", transforms,
                 spectrogram.transformSeconds * 1e3, transforms / spectrogram.transformSeconds / 1e6);
-    std::printf("round trip   largest error %.1e of the frame's largest sample\n",
-                spectrogram.roundTripError);
+    std::printf("round trip   largest error %.1e of full scale\n", spectrogram.roundTripError);
     std::printf("picture      %s (%d x %d)\n", arguments.output.c_str(), picture.width, picture.height);
 }
 
@@ -102,21 +94,17 @@ void printSummary(const Arguments &arguments, const Recording &recording, const 
 
 int main(int count, char **values) try {
     const Arguments arguments = parseArguments(count, values);
-    const int length = arguments.length ? arguments.length : longestBuilt();
-    if (!isLengthBuilt(length))
-        throw std::runtime_error("the library has no transform of length " + std::to_string(length) +
-                                 "; leave --length out to use the longest it has");
     const Recording recording = readRecording(arguments.input);
-    if (recording.samples.size() < std::size_t(length))
+    if (recording.samples.size() < std::size_t(arguments.length))
         throw std::runtime_error("'" + arguments.input + "' holds " +
                                  std::to_string(recording.samples.size()) + " samples, fewer than the " +
-                                 std::to_string(length) +
+                                 std::to_string(arguments.length) +
                                  " of a frame; give a longer recording or a smaller --length");
     std::error_code ignored;
     if (std::filesystem::equivalent(arguments.input, arguments.output, ignored))
         throw std::runtime_error("the picture would overwrite the recording; name another output");
 
-    const Spectrogram spectrogram = transformFrames(recording.samples, length, plotWidth);
+    const Spectrogram spectrogram = transformFrames(recording.samples, arguments.length, plotWidth);
     const Picture picture = drawSpectrogram(spectrogram, recording.duration(), recording.sampleRate);
     writePng(picture, arguments.output);
     printSummary(arguments, recording, spectrogram, picture);
