@@ -1,4 +1,4 @@
-// zrfaccuracy: writes a table of the complex DFTs' errors beside FFTW's.
+// zrfaccuracy: writes tables of the transforms' errors beside FFTW's.
 #include "accuracy_table.h"
 
 #include <cstdio>
@@ -10,19 +10,29 @@
 namespace zrfgen::bench {
 namespace {
 
-std::vector<AccuracyRow> measureAll() {
-    std::vector<AccuracyRow> rows;
+using Measure = Accuracy (*)(int length);
+
+AccuracyTable measureAll(const char *title, const char *element, Measure singlePrecision,
+                         Measure doublePrecision) {
+    AccuracyTable table{title, element, {}};
     for (int length = 2; length <= 64; ++length)
-        rows.push_back({length, measureAccuracy<float>(length), measureAccuracy<double>(length)});
-    return rows;
+        table.rows.push_back({length, singlePrecision(length), doublePrecision(length)});
+    return table;
+}
+
+std::vector<AccuracyTable> tables() {
+    return {measureAll("Complex DFT, forward", "Complex", complexForwardAccuracy<float>,
+                       complexForwardAccuracy<double>),
+            measureAll("Real DFT, forward", "Float", realForwardAccuracy<float>, realForwardAccuracy<double>),
+            measureAll("Real DFT, inverse", "Float", realInverseAccuracy<float>, realInverseAccuracy<double>),
+            measureAll("Hartley", "Float", hartleyAccuracy<float>, hartleyAccuracy<double>)};
 }
 
 void run(const std::string &fileName) {
     std::ofstream file(fileName); // first of all, since measuring takes a while
     if (!file)
         throw std::runtime_error("cannot write to " + fileName + "; name another file");
-    const std::vector<AccuracyRow> rows = measureAll();
-    writeTable(file, rows);
+    writePage(file, tables());
     file.close();
     if (!file)
         throw std::runtime_error("cannot write " + fileName + "; is the disk full?");

@@ -1,9 +1,8 @@
 #include "accuracy_measure.h"
 
+#include "definition.h"
 #include "exports.h"
 #include "fftw.h"
-
-#include <number/quad.h>
 
 #include <algorithm>
 #include <cmath>
@@ -17,45 +16,21 @@
 namespace zrfgen::bench {
 namespace {
 
-using gen::ComplexQuad, gen::Quad;
+using gen::Quad;
 
-struct Direction {
-    const char *family;
-    int sign; // of the exponent
-};
+template <class Real> std::vector<Quad> exactResults(const Definition &definition, const Array<Real> &src) {
+    std::vector<Quad> sums(definition.size(), 0);
+    for (std::size_t k = 0; k < sums.size(); ++k)
+        for (std::size_t j = 0; j < definition[k].size(); ++j)
+            sums[k] += definition[k][j] * src[j];
+    return sums;
+}
 
-constexpr Direction forward{"DFTFwd_CToC", -1}, inverse{"DFTInv_CToC", +1};
-
-// The defining sum.
-class ExactDft {
+class ZrfgenTransform {
 public:
-    ExactDft(int length, Direction direction) {
-        for (int turns = 0; turns < length; ++turns)
-            roots.push_back(gen::onCircle({direction.sign * turns, length}));
-    }
-
-    template <class Real> std::vector<ComplexQuad> operator()(const Array<Real> &src) const {
-        const std::size_t length = roots.size();
-        std::vector<ComplexQuad> sums(length);
-        for (std::size_t k = 0; k < length; ++k)
-            for (std::size_t j = 0; j < length; ++j) {
-                const ComplexQuad root = roots[j * k % length];
-                const Quad re = src[j].real(), im = src[j].imag();
-                sums[k].re += re * root.re - im * root.im;
-                sums[k].im += re * root.im + im * root.re;
-            }
-        return sums;
-    }
-
-private:
-    std::vector<ComplexQuad> roots;
-};
-
-class ZrfgenDft {
-public:
-    ZrfgenDft(int length, Direction direction, const char *suffix)
-        : name(std::string(direction.family) + " of length " + std::to_string(length) + " for " + suffix),
-          transform(findExport(direction.family, length, suffix)) {
+    ZrfgenTransform(const std::string &family, int length, const std::string &suffix)
+        : name(family + " of length " + std::to_string(length) + " for " + suffix),
+          transform(findExport(family, length, suffix)) {
         if (transform == nullptr)
             throw std::runtime_error("the library has no " + name);
     }
@@ -73,10 +48,10 @@ private:
 
 class RelativeError {
 public:
-    template <class Real> void add(const Array<Real> &values, const std::vector<ComplexQuad> &exact) {
+    template <class Real> void add(const Array<Real> &values, const std::vector<Quad> &exact) {
         for (std::size_t i = 0; i < exact.size(); ++i) {
-            error += square(values[i].real() - exact[i].re) + square(values[i].imag() - exact[i].im);
-            size += square(exact[i].re) + square(exact[i].im);
+            error += square(values[i] - exact[i]);
+            size += square(exact[i]);
         }
     }
 
@@ -95,50 +70,81 @@ template <class Real> Real randomValue(std::mt19937_64 &generator) {
     return std::ldexp(static_cast<Real>(steps - (std::int64_t(1) << bits)), -bits);
 }
 
-template <class Real> double impulseError(int length, Direction direction) {
-    const ZrfgenDft transform(length, direction, complexSuffix<Real>);
-    const ExactDft exactDft(length, direction);
+// The imaginary parts that are zero in the spectrum of every real sequence count for nothing in the sum.
+bool isUsed(const Definition &definition, std::size_t source) {
+    return std::ranges::any_of(definition, [=](const auto &result) { return result[source] != 0; });
+}
+
+template <class Real>
+double impulseError(const ZrfgenTransform &transform, int length, const Definition &definition) {
     const auto src = allocate<Real>(length), dst = allocate<Real>(length);
-    std::fill_n(src.get(), length, 0);
+    const std::size_t sources = definition[0].size();
+    std::fill_n(src.get(), sources, Real(0));
     double largest = 0;
-    for (int position = 0; position < length; ++position) {
-        for (const std::complex<Real> unit : {std::complex<Real>(1, 0), std::complex<Real>(0, 1)}) {
-            src[position] = unit;
-            transform(src.get(), dst.get());
-            const std::vector<ComplexQuad> exact = exactDft(src);
-            for (int k = 0; k < length; ++k)
-                largest = std::max({largest, std::abs(static_cast<double>(dst[k].real() - exact[k].re)),
-                                    std::abs(static_cast<double>(dst[k].imag() - exact[k].im))});
-        }
+    for (std::size_t position = 0; position < sources; ++position) {
+        src[position] = 1;
+        transform(src.get(), dst.get());
+        for (std::size_t k = 0; k < definition.size(); ++k)
+            largest = std::max(largest, std::abs(static_cast<double>(dst[k] - definition[k][position])));
         src[position] = 0;
     }
     return largest;
 }
 
-} // namespace
+template <class Real>
+using Planner = Plan<Real> (*)(int length, const Array<Real> &src, const Array<Real> &dst);
 
-template <class Real> Accuracy measureAccuracy(int length) {
-    const ZrfgenDft transform(length, forward, complexSuffix<Real>);
-    const ExactDft exactDft(length, forward);
+template <class Real> Accuracy measure(const ZrfgenTransform &transform, int length,
+                                       const Definition &definition, Planner<Real> planFftw) {
     const auto src = allocate<Real>(length), dst = allocate<Real>(length);
-    const auto plan = planForward<Real>(length, src, dst);
+    const auto plan = planFftw(length, src, dst);
     std::mt19937_64 generator;
     RelativeError zrfgen, fftw;
     for (int vector = 0; vector < randomVectors; ++vector) {
-        std::generate_n(src.get(), length, [&] {
-            return std::complex<Real>{randomValue<Real>(generator), randomValue<Real>(generator)};
-        });
-        const std::vector<ComplexQuad> exact = exactDft(src);
+        for (std::size_t j = 0; j < definition[0].size(); ++j)
+            src[j] = isUsed(definition, j) ? randomValue<Real>(generator) : 0;
+        const std::vector<Quad> exact = exactResults(definition, src);
         transform(src.get(), dst.get());
         zrfgen.add(dst, exact);
         Fftw<Real>::execute(plan.get());
         fftw.add(dst, exact);
     }
     return {zrfgen.rootMeanSquare(), fftw.rootMeanSquare(),
-            std::max(impulseError<Real>(length, forward), impulseError<Real>(length, inverse))};
+            impulseError<Real>(transform, length, definition)};
 }
 
-template Accuracy measureAccuracy<float>(int length);
-template Accuracy measureAccuracy<double>(int length);
+} // namespace
+
+template <class Real> Accuracy complexForwardAccuracy(int length) {
+    const ZrfgenTransform forward("DFTFwd_CToC", length, complexSuffix<Real>),
+        inverse("DFTInv_CToC", length, complexSuffix<Real>);
+    Accuracy accuracy = measure<Real>(forward, length, complexDft(length, -1), planComplexForward<Real>);
+    accuracy.impulse =
+        std::max(accuracy.impulse, impulseError<Real>(inverse, length, complexDft(length, +1)));
+    return accuracy;
+}
+
+template <class Real> Accuracy realForwardAccuracy(int length) {
+    return measure<Real>({"DFTFwd_RToCCS", length, realSuffix<Real>}, length, realForward(length),
+                         planRealForward<Real>);
+}
+
+template <class Real> Accuracy realInverseAccuracy(int length) {
+    return measure<Real>({"DFTInv_CCSToR", length, realSuffix<Real>}, length, realInverse(length),
+                         planRealInverse<Real>);
+}
+
+template <class Real> Accuracy hartleyAccuracy(int length) {
+    return measure<Real>({"Hartley", length, realSuffix<Real>}, length, hartley(length), planHartley<Real>);
+}
+
+template Accuracy complexForwardAccuracy<float>(int length);
+template Accuracy complexForwardAccuracy<double>(int length);
+template Accuracy realForwardAccuracy<float>(int length);
+template Accuracy realForwardAccuracy<double>(int length);
+template Accuracy realInverseAccuracy<float>(int length);
+template Accuracy realInverseAccuracy<double>(int length);
+template Accuracy hartleyAccuracy<float>(int length);
+template Accuracy hartleyAccuracy<double>(int length);
 
 } // namespace zrfgen::bench

@@ -7,20 +7,17 @@
 namespace zrfgen::bench {
 namespace {
 
-const std::string head = R"(# Accuracy of the complex DFTs
+const std::string head = R"(# Accuracy
 
 `./dev accuracy` measures zrfgen beside FFTW on the same data and writes this file.
 
-- **zrfgen**, **FFTW**: relative root-mean-square error of the unscaled forward transform over )" +
-                         std::to_string(randomVectors) + R"( random vectors
-  (real and imaginary parts uniform in [-1, 1)) against the defining sum in quad precision. FFTW is planned with
-  `FFTW_PATIENT`, which chooses by time: its column may change from run to run.
+- **zrfgen**, **FFTW**: relative root-mean-square error of the unscaled transform over )" +
+                         std::to_string(randomVectors) + R"( random vectors (numbers
+  uniform in [-1, 1)) against the defining sum in quad precision. FFTW is planned with `FFTW_PATIENT`, which chooses
+  by time: its column may change from run to run.
 - **ratio**: zrfgen by FFTW. Below 1, zrfgen is the more accurate.
-- **impulse**: zrfgen's largest absolute error of a real or imaginary part, over 1 and i at each input, forward and
+- **impulse**: zrfgen's largest absolute error, over 1 at each input; for the complex DFT over 1 and i, forward and
   inverse.
-
-| N | Complex32: zrfgen | FFTW | ratio | impulse | Complex64: zrfgen | FFTW | ratio | impulse |
-|---:|---:|---:|---:|---:|---:|---:|---:|---:|
 )";
 
 std::string threeDigits(double value) {
@@ -50,19 +47,31 @@ std::string lengthsBeyond(const std::vector<AccuracyRow> &rows, Accuracy Accurac
     return list.empty() ? " none" : list;
 }
 
+void writeTable(std::ostream &file, const AccuracyTable &table) {
+    file << "\n## " << table.title << "\n\n| N | " << table.element
+         << "32: zrfgen | FFTW | ratio | impulse | " << table.element
+         << "64: zrfgen | FFTW | ratio | impulse |\n"
+         << "|---:|---:|---:|---:|---:|---:|---:|---:|---:|\n";
+    for (const AccuracyRow &row : table.rows)
+        file << "| " << row.length << " |" << cells(row.singlePrecision) << cells(row.doublePrecision)
+             << '\n';
+    file << "| geometric mean | | | " << threeDigits(meanRatio(table.rows, &AccuracyRow::singlePrecision))
+         << " | | | | " << threeDigits(meanRatio(table.rows, &AccuracyRow::doublePrecision)) << " | |\n";
+}
+
 } // namespace
 
-void writeTable(std::ostream &file, const std::vector<AccuracyRow> &rows) {
+void writePage(std::ostream &file, const std::vector<AccuracyTable> &tables) {
     file << head;
-    for (const AccuracyRow &row : rows)
-        file << "| " << row.length << " |" << cells(row.complex32) << cells(row.complex64) << '\n';
-    file << "| geometric mean | | | " << threeDigits(meanRatio(rows, &AccuracyRow::complex32)) << " | | | | "
-         << threeDigits(meanRatio(rows, &AccuracyRow::complex64)) << " | |\n\n"
-         << "More than a tenth above FFTW, in Complex32:" << lengthsBeyond(rows, &AccuracyRow::complex32)
-         << "; in Complex64:" << lengthsBeyond(rows, &AccuracyRow::complex64)
-         << ".\nThese are primes and their multiples: a convolution passes every output through two "
-            "transforms "
-            "and a product,\nwhere a direct sum rounds less and takes longer.\n";
+    for (const AccuracyTable &table : tables)
+        writeTable(file, table);
+    file << "\n## More than a tenth above FFTW\n\n"
+         << "Nearly all are primes and their multiples, made by convolution: it passes every output through "
+            "two transforms\nand a product, where a direct sum rounds less and takes longer.\n\n";
+    for (const AccuracyTable &table : tables)
+        file << "- " << table.title << ": " << table.element << "32"
+             << lengthsBeyond(table.rows, &AccuracyRow::singlePrecision) << "; " << table.element << "64"
+             << lengthsBeyond(table.rows, &AccuracyRow::doublePrecision) << '\n';
 }
 
 } // namespace zrfgen::bench

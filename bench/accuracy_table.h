@@ -1,18 +1,25 @@
-// The accuracy table in Markdown.
+// The accuracy tables in Markdown.
 #pragma once
 
 #include "accuracy_measure.h"
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace zrfgen::bench {
 
 struct AccuracyRow {
     int length;
-    Accuracy complex32, complex64;
+    Accuracy singlePrecision, doublePrecision;
 };
 
-void writeTable(std::ostream &file, const std::vector<AccuracyRow> &rows);
+struct AccuracyTable {
+    std::string title;
+    std::string element; // its type without the number of bits
+    std::vector<AccuracyRow> rows;
+};
+
+void writePage(std::ostream &file, const std::vector<AccuracyTable> &tables);
 
 } // namespace zrfgen::bench

@@ -11,6 +11,7 @@ namespace zrfgen::bench {
 
 using Transform = Status(ZRF_CALL *)(const void *src, void *dst, std::int32_t flag);
 
+template <class Real> constexpr const char *realSuffix = std::is_same_v<Real, float> ? "32f" : "64f";
 template <class Real> constexpr const char *complexSuffix = std::is_same_v<Real, float> ? "32fc" : "64fc";
 
 // Null if the library has no such export.

@@ -16,5 +16,8 @@ struct Contest {
 };
 
 std::vector<Contest> complexDftContests();
+std::vector<Contest> realForwardContests();
+std::vector<Contest> realInverseContests();
+std::vector<Contest> hartleyContests();
 
 } // namespace zrfgen::bench

@@ -3,7 +3,6 @@
 
 #include <fftw3.h>
 
-#include <complex>
 #include <memory>
 #include <type_traits>
 
@@ -15,42 +14,70 @@ template <> struct Fftw<float> {
     static constexpr auto malloc = fftwf_malloc;
     static constexpr auto free = fftwf_free;
     static constexpr auto forgetWisdom = fftwf_forget_wisdom;
-    static constexpr auto plan = fftwf_plan_dft_1d;
+    static constexpr auto planComplex = fftwf_plan_dft_1d;
+    static constexpr auto planRealForward = fftwf_plan_dft_r2c_1d;
+    static constexpr auto planRealInverse = fftwf_plan_dft_c2r_1d;
+    static constexpr auto planRealToReal = fftwf_plan_r2r_1d;
     static constexpr auto execute = fftwf_execute;
     static constexpr auto destroy = fftwf_destroy_plan;
     using Complex = fftwf_complex;
-    using Plan = std::shared_ptr<std::remove_pointer_t<fftwf_plan>>;
+    using Plan = fftwf_plan;
 };
 
 template <> struct Fftw<double> {
     static constexpr auto malloc = fftw_malloc;
     static constexpr auto free = fftw_free;
     static constexpr auto forgetWisdom = fftw_forget_wisdom;
-    static constexpr auto plan = fftw_plan_dft_1d;
+    static constexpr auto planComplex = fftw_plan_dft_1d;
+    static constexpr auto planRealForward = fftw_plan_dft_r2c_1d;
+    static constexpr auto planRealInverse = fftw_plan_dft_c2r_1d;
+    static constexpr auto planRealToReal = fftw_plan_r2r_1d;
     static constexpr auto execute = fftw_execute;
     static constexpr auto destroy = fftw_destroy_plan;
     using Complex = fftw_complex;
-    using Plan = std::shared_ptr<std::remove_pointer_t<fftw_plan>>;
+    using Plan = fftw_plan;
 };
 
-template <class Real> using Array = std::shared_ptr<std::complex<Real>[]>;
+template <class Real> using Array = std::shared_ptr<Real[]>;
 
-// With FFTW's allocator: the alignment that it plans for.
+// Room for the elements of any transform of the length, of which length complex ones are the most. With
+// FFTW's allocator: the alignment that it plans for.
 template <class Real> Array<Real> allocate(int length) {
-    void *const memory = Fftw<Real>::malloc(length * sizeof(std::complex<Real>));
-    return {static_cast<std::complex<Real> *>(memory), Fftw<Real>::free};
+    return {static_cast<Real *>(Fftw<Real>::malloc(2 * length * sizeof(Real))), Fftw<Real>::free};
 }
 
-// The forward complex DFT, planned afresh each time, since the planner measures too and may have chosen in a
-// slow spell of the machine. Planning overwrites the arrays; they must live as long as the plan.
+template <class Real> auto complexElements(const Array<Real> &array) {
+    return reinterpret_cast<typename Fftw<Real>::Complex *>(array.get());
+}
+
+template <class Real> using Plan = std::shared_ptr<std::remove_pointer_t<typename Fftw<Real>::Plan>>;
+
+// The planner measures too and may have chosen in a slow spell of the machine: it starts afresh each time.
+template <class Real> Plan<Real> owned(typename Fftw<Real>::Plan plan) {
+    Fftw<Real>::forgetWisdom();
+    return {plan, Fftw<Real>::destroy};
+}
+
+// Planning overwrites the arrays; they must live as long as the plan.
 template <class Real>
-typename Fftw<Real>::Plan planForward(int length, const Array<Real> &src, const Array<Real> &dst) {
-    using Library = Fftw<Real>;
-    Library::forgetWisdom();
-    return {Library::plan(length, reinterpret_cast<typename Library::Complex *>(src.get()),
-                          reinterpret_cast<typename Library::Complex *>(dst.get()), FFTW_FORWARD,
-                          FFTW_PATIENT),
-            Library::destroy};
+Plan<Real> planComplexForward(int length, const Array<Real> &src, const Array<Real> &dst) {
+    return owned<Real>(Fftw<Real>::planComplex(length, complexElements(src), complexElements(dst),
+                                               FFTW_FORWARD, FFTW_PATIENT));
+}
+
+template <class Real> Plan<Real> planRealForward(int length, const Array<Real> &src, const Array<Real> &dst) {
+    return owned<Real>(Fftw<Real>::planRealForward(length, src.get(), complexElements(dst), FFTW_PATIENT));
+}
+
+// Whether the plan keeps its input makes a difference to FFTW in this direction alone.
+template <class Real, unsigned inputFlag = FFTW_PRESERVE_INPUT>
+Plan<Real> planRealInverse(int length, const Array<Real> &src, const Array<Real> &dst) {
+    return owned<Real>(
+        Fftw<Real>::planRealInverse(length, complexElements(src), dst.get(), FFTW_PATIENT | inputFlag));
+}
+
+template <class Real> Plan<Real> planHartley(int length, const Array<Real> &src, const Array<Real> &dst) {
+    return owned<Real>(Fftw<Real>::planRealToReal(length, src.get(), dst.get(), FFTW_DHT, FFTW_PATIENT));
 }
 
 } // namespace zrfgen::bench

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 namespace zrfgen::bench {
@@ -47,16 +48,17 @@ void measure(benchmark::State &state, const Contender &contender) {
 std::vector<Timing> timeContenders(const std::vector<Contender> &contenders, Effort effort) {
     interleaveRepetitions();
     for (const Contender &contender : contenders)
-        benchmark::RegisterBenchmark(contender.label.c_str(), measure, contender)
-            ->Repetitions(effort.repetitions)
-            ->MinTime(effort.secondsEach);
+        if (contender.run)
+            benchmark::RegisterBenchmark(contender.label.c_str(), measure, contender)
+                ->Repetitions(effort.repetitions)
+                ->MinTime(effort.secondsEach);
     FastestReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter, ".");
     benchmark::ClearRegisteredBenchmarks();
 
     std::vector<Timing> timings;
     for (const Contender &contender : contenders)
-        timings.push_back({contender.label, reporter.fastest.at(contender.label)});
+        timings.push_back({contender.label, contender.run ? reporter.fastest.at(contender.label) : NAN});
     return timings;
 }
 

@@ -10,12 +10,12 @@ namespace zrfgen::bench {
 
 struct Contender {
     std::string label;
-    std::function<void(std::int64_t times)> run; // does the work so many times
+    std::function<void(std::int64_t times)> run; // does the work so many times; empty if it cannot
 };
 
 struct Timing {
     std::string label;
-    double nanoseconds; // for the work done once
+    double nanoseconds; // for the work done once; not a number if the contender cannot do it
 };
 
 struct Effort {

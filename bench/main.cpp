@@ -6,15 +6,38 @@
 
 #include <zrfgen/transforms.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <stdexcept>
 
 namespace zrfgen::bench {
 namespace {
 
+struct Family {
+    std::string name; // on the command line
+    std::vector<Contest> (*contests)();
+};
+
+const Family families[] = {{"complex", complexDftContests},
+                           {"real-forward", realForwardContests},
+                           {"real-inverse", realInverseContests},
+                           {"hartley", hartleyContests}};
+
+std::vector<Contest> contestsOf(const std::vector<std::string> &names) {
+    std::vector<Contest> contests;
+    for (const std::string &name : names) {
+        const auto family = std::ranges::find(families, name, &Family::name);
+        if (family == std::end(families))
+            throw std::invalid_argument("no family \"" + name + "\"; see zrfbench --help");
+        std::ranges::move(family->contests(), std::back_inserter(contests));
+    }
+    return contests;
+}
+
 std::vector<Contest> wantedContests(const Options &options) {
-    std::vector<Contest> contests = complexDftContests();
+    std::vector<Contest> contests = contestsOf(options.families);
     for (Contest &contest : contests)
         std::erase_if(contest.lengths, [&](int length) { return !options.wants(length); });
     std::erase_if(contests, [](const Contest &contest) { return contest.lengths.empty(); });

@@ -22,6 +22,11 @@ std::vector<std::pair<int, int>> parseLengths(const std::string &list) {
     return ranges;
 }
 
+std::vector<std::string> parseFamilies(const std::string &list) {
+    static const std::regex comma(",");
+    return {std::sregex_token_iterator(list.begin(), list.end(), comma, -1), {}};
+}
+
 } // namespace
 
 bool Options::wants(int length) const {
@@ -33,6 +38,7 @@ bool Options::wants(int length) const {
 Options parseOptions(int argc, char **argv) {
     constexpr option known[] = {{"help", no_argument, nullptr, 'h'},
                                 {"quick", no_argument, nullptr, 'q'},
+                                {"families", required_argument, nullptr, 'f'},
                                 {"lengths", required_argument, nullptr, 'l'},
                                 {}};
     opterr = 0; // the message below is ours
@@ -42,6 +48,8 @@ Options parseOptions(int argc, char **argv) {
             options.help = true;
         else if (letter == 'q')
             options.quick = true;
+        else if (letter == 'f')
+            options.families = parseFamilies(optarg);
         else if (letter == 'l')
             options.lengthRanges = parseLengths(optarg);
         else

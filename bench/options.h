@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -11,15 +12,17 @@ struct Options {
     bool help = false;
     bool quick = false;
     std::vector<std::pair<int, int>> lengthRanges; // first and last; empty: all lengths
+    std::vector<std::string> families{"complex", "real-forward", "real-inverse", "hartley"};
     std::filesystem::path directory = ".";
 
     bool wants(int length) const;
 };
 
 inline constexpr const char *usage =
-    "usage: zrfbench [--quick] [--lengths LIST] [output directory]\n"
-    "  --quick         short measurements: a first look, with more noise\n"
-    "  --lengths LIST  only these lengths, such as 8,16 or 2-8,60-64\n"
+    "usage: zrfbench [--quick] [--families LIST] [--lengths LIST] [output directory]\n"
+    "  --quick          short measurements: a first look, with more noise\n"
+    "  --families LIST  only these of complex,real-forward,real-inverse,hartley\n"
+    "  --lengths LIST   only these lengths, such as 8,16 or 2-8,60-64\n"
     "Writes zrfbench.tsv and zrfbench.png to the output directory (default: the current one).\n";
 
 // Throws std::invalid_argument with a line for the user.

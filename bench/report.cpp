@@ -9,46 +9,73 @@ namespace zrfgen::bench {
 namespace {
 
 constexpr const char *tsvName = "zrfbench.tsv";
-constexpr int lengthWidth = 4, timeWidth = 12, ratioWidth = 16;
+constexpr int lengthWidth = 4;
+
+std::string timeHeading(const Timing &contender) {
+    return contender.label + " ns";
+}
+
+std::string ratioHeading(const Row &row, std::size_t peer) {
+    return row.timings[peer].label + "/" + row.timings[0].label;
+}
+
+int widthUnder(const std::string &heading) {
+    return static_cast<int>(heading.size()) + 2;
+}
 
 void printHeading(const Table &table) {
-    const std::vector<Timing> &contenders = table.rows[0].timings;
+    const Row &row = table.rows[0];
     std::printf("\n%s\n%*s", table.title.c_str(), lengthWidth, "N");
-    for (const Timing &contender : contenders)
-        std::printf("%*s", timeWidth, (contender.label + " ns").c_str());
-    for (std::size_t peer = 1; peer < contenders.size(); ++peer)
-        std::printf("%*s", ratioWidth, (contenders[peer].label + "/" + contenders[0].label).c_str());
+    for (const Timing &contender : row.timings)
+        std::printf("  %s", timeHeading(contender).c_str());
+    for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
+        std::printf("  %s", ratioHeading(row, peer).c_str());
     std::printf("\n");
+}
+
+void printNumber(const std::string &heading, int decimals, double number) {
+    if (std::isnan(number))
+        std::printf("%*s", widthUnder(heading), "-");
+    else
+        std::printf("%*.*f", widthUnder(heading), decimals, number);
 }
 
 void printRow(const Row &row) {
     std::printf("%*d", lengthWidth, row.length);
     for (const Timing &timing : row.timings)
-        std::printf("%*.1f", timeWidth, timing.nanoseconds);
+        printNumber(timeHeading(timing), 1, timing.nanoseconds);
     for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
-        std::printf("%*.2f", ratioWidth, row.ratio(peer));
+        printNumber(ratioHeading(row, peer), 2, row.ratio(peer));
     std::printf("\n");
 }
 
+// Over the lengths that the peer can do; not a number if there are none.
 double geometricMean(const std::vector<Row> &rows, std::size_t peer) {
     double sum = 0;
+    int count = 0;
     for (const Row &row : rows)
-        sum += std::log(row.ratio(peer));
-    return std::exp(sum / rows.size());
+        if (!std::isnan(row.ratio(peer))) {
+            sum += std::log(row.ratio(peer));
+            ++count;
+        }
+    return std::exp(sum / count);
 }
 
 void printSummary(const Table &table) {
-    const std::vector<Timing> &contenders = table.rows[0].timings;
-    std::printf("%-*s", lengthWidth + timeWidth * static_cast<int>(contenders.size()), "geometric mean");
-    for (std::size_t peer = 1; peer < contenders.size(); ++peer)
-        std::printf("%*.2f", ratioWidth, geometricMean(table.rows, peer));
+    const Row &first = table.rows[0];
+    int width = lengthWidth;
+    for (const Timing &contender : first.timings)
+        width += widthUnder(timeHeading(contender));
+    std::printf("%-*s", width, "geometric mean");
+    for (std::size_t peer = 1; peer < first.timings.size(); ++peer)
+        printNumber(ratioHeading(first, peer), 2, geometricMean(table.rows, peer));
     std::printf("\n");
-    for (std::size_t peer = 1; peer < contenders.size(); ++peer) {
+    for (std::size_t peer = 1; peer < first.timings.size(); ++peer) {
         std::string lengths;
         for (const Row &row : table.rows)
             if (row.ratio(peer) < 1)
                 lengths += " " + std::to_string(row.length);
-        std::printf("%s is ahead at:%s\n", contenders[peer].label.c_str(),
+        std::printf("%s is ahead at:%s\n", first.timings[peer].label.c_str(),
                     lengths.empty() ? " no length" : lengths.c_str());
     }
 }
@@ -76,9 +103,10 @@ void Report::add(const Table &table) {
 void Report::write(const Table &table) {
     for (const Row &row : table.rows)
         for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
-            tsv << table.title << '\t' << row.length << '\t' << row.timings[peer].label << '\t'
-                << row.timings[0].nanoseconds << '\t' << row.timings[peer].nanoseconds << '\t'
-                << row.ratio(peer) << '\n';
+            if (!std::isnan(row.ratio(peer)))
+                tsv << table.title << '\t' << row.length << '\t' << row.timings[peer].label << '\t'
+                    << row.timings[0].nanoseconds << '\t' << row.timings[peer].nanoseconds << '\t'
+                    << row.ratio(peer) << '\n';
 }
 
 void Report::drawPlot() {
