@@ -48,7 +48,8 @@ std::string describe(const Decomposition &decomposition) {
     if (decomposition.method == Method::RealLanes)
         return describe(decomposition.factors[0]);
     if (decomposition.method == Method::RealRader || decomposition.method == Method::ComplexRader) {
-        const std::string there = describe(decomposition.factors[0]), back = describe(decomposition.factors[1]);
+        const std::string there = describe(decomposition.factors[0]),
+                          back = describe(decomposition.factors[1]);
         return "Rader(" + there + (there == back ? "" : ", " + back) + ")";
     }
     if (decomposition.method == Method::SplitRadix)

@@ -72,7 +72,7 @@ LinearMap LinearMap::transposed() const {
     }
     for (int i = static_cast<int>(nodes.size()) - 1; i >= 0; --i) {
         if (contributions[i].empty())
-            continue; // no output needs the node
+            continue;                           // no output needs the node
         std::ranges::reverse(contributions[i]); // into the order in which the map has the nodes
         const Ref value = result.weightedSum(result.grouped(contributions[i]));
         for (const Term &term : nodes[i].terms)

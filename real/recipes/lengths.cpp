@@ -9,8 +9,8 @@ namespace zrfgen::gen {
 
 namespace {
 
-// Rader's convolution of 23 with the direct block of 11 on both ways: 16 additions fewer than with the convolution
-// of 11 on one of them, as many products.
+// Rader's convolution of 23 with the direct block of 11 on both ways: 16 additions fewer than with the
+// convolution of 11 on one of them, as many products.
 Decomposition direct23() {
     return realRader(PF(2, 11), PF(2, 11));
 }
