@@ -23,13 +23,11 @@ Contender fftwContender(std::string label, Plan<Real> plan, Array<Real> src, Arr
     return contender(std::move(label), [plan, src, dst] { Fftw<Real>::execute(plan.get()); });
 }
 
-template <class Real> Contender zrfgenContender(const std::string &family, const std::string &suffix,
-                                                int length, Array<Real> src, Array<Real> dst) {
-    const Transform transform = findExport(family, length, suffix);
-    if (const Status status = transform(src.get(), dst.get(), zrfScaleNone); status != zrfStatusOk)
-        throw std::runtime_error("zrfgen refused length " + std::to_string(length) + " with status " +
-                                 std::to_string(status) + "; run the tests before the benchmark");
-    return contender("zrfgen", [=] { transform(src.get(), dst.get(), zrfScaleNone); });
+template <class Call> Contender zrfgenContender(const std::string &size, Call call) {
+    if (const Status status = call(); status != zrfStatusOk)
+        throw std::runtime_error("zrfgen refused " + size + " with status " + std::to_string(status) +
+                                 "; run the tests before the benchmark");
+    return contender("zrfgen", call);
 }
 
 template <class Real> void fill(const Array<Real> &array, int length) {
@@ -45,12 +43,15 @@ using Peers = std::vector<Contender> (*)(int length, const Array<Real> &src, con
 // All contenders of a length work on the same two arrays.
 template <class Real> Contest contest(const std::string &title, const std::string &family,
                                       const std::string &suffix, Peers<Real> peers) {
-    Contest result{title + " " + suffix, {}, [=](int length) {
+    Contest result{title + " " + suffix, "N", {}, [=](int length) {
                        const auto src = allocate<Real>(length), dst = allocate<Real>(length);
                        std::vector<Contender> contenders = peers(length, src, dst);
                        fill<Real>(src, length); // after the planning, which overwrites it
+                       const Transform transform = findExport(family, length, suffix);
                        contenders.insert(contenders.begin(),
-                                         zrfgenContender<Real>(family, suffix, length, src, dst));
+                                         zrfgenContender("length " + std::to_string(length), [=] {
+                                             return transform(src.get(), dst.get(), zrfScaleNone);
+                                         }));
                        return contenders;
                    }};
     for (int length = 2; length <= 64; ++length)

@@ -15,9 +15,10 @@ template <class Real> constexpr const char *realSuffix = std::is_same_v<Real, fl
 template <class Real> constexpr const char *complexSuffix = std::is_same_v<Real, float> ? "32fc" : "64fc";
 
 // Null if the library has no such export.
-inline Transform findExport(const std::string &family, int length, const std::string &suffix) {
-    const std::string name = "zrfg" + family + "_" + std::to_string(length) + "_" + suffix;
-    return reinterpret_cast<Transform>(dlsym(RTLD_DEFAULT, name.c_str()));
+template <class Function = Transform>
+Function findExport(const std::string &family, int size, const std::string &suffix) {
+    const std::string name = "zrfg" + family + "_" + std::to_string(size) + "_" + suffix;
+    return reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name.c_str()));
 }
 
 } // namespace zrfgen::bench

@@ -11,7 +11,8 @@ namespace zrfgen::bench {
 
 struct Contest {
     std::string title;
-    std::vector<int> lengths;                                     // those that the library has a kernel for
+    std::string lengthName;   // "N", or "order" where the length is 2^order
+    std::vector<int> lengths; // those that the library has a kernel for
     std::function<std::vector<Contender>(int length)> contenders; // zrfgen first, then its peers
 };
 
@@ -19,5 +20,6 @@ std::vector<Contest> complexDftContests();
 std::vector<Contest> realForwardContests();
 std::vector<Contest> realInverseContests();
 std::vector<Contest> hartleyContests();
+std::vector<Contest> walshHadamardContests();
 
 } // namespace zrfgen::bench

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 namespace zrfgen::bench {
 
@@ -18,6 +19,7 @@ template <> struct Fftw<float> {
     static constexpr auto planRealForward = fftwf_plan_dft_r2c_1d;
     static constexpr auto planRealInverse = fftwf_plan_dft_c2r_1d;
     static constexpr auto planRealToReal = fftwf_plan_r2r_1d;
+    static constexpr auto planRealToRealOfRank = fftwf_plan_r2r;
     static constexpr auto execute = fftwf_execute;
     static constexpr auto destroy = fftwf_destroy_plan;
     using Complex = fftwf_complex;
@@ -32,6 +34,7 @@ template <> struct Fftw<double> {
     static constexpr auto planRealForward = fftw_plan_dft_r2c_1d;
     static constexpr auto planRealInverse = fftw_plan_dft_c2r_1d;
     static constexpr auto planRealToReal = fftw_plan_r2r_1d;
+    static constexpr auto planRealToRealOfRank = fftw_plan_r2r;
     static constexpr auto execute = fftw_execute;
     static constexpr auto destroy = fftw_destroy_plan;
     using Complex = fftw_complex;
@@ -78,6 +81,15 @@ Plan<Real> planRealInverse(int length, const Array<Real> &src, const Array<Real>
 
 template <class Real> Plan<Real> planHartley(int length, const Array<Real> &src, const Array<Real> &dst) {
     return owned<Real>(Fftw<Real>::planRealToReal(length, src.get(), dst.get(), FFTW_DHT, FFTW_PATIENT));
+}
+
+// A Hartley transform over as many dimensions as the order, two elements each: FFTW has nothing nearer.
+template <class Real>
+Plan<Real> planWalshHadamard(int order, const Array<Real> &src, const Array<Real> &dst) {
+    const std::vector<int> dimensions(order, 2);
+    const std::vector<fftw_r2r_kind> kinds(order, FFTW_DHT);
+    return owned<Real>(Fftw<Real>::planRealToRealOfRank(order, dimensions.data(), src.get(), dst.get(),
+                                                        kinds.data(), FFTW_PATIENT));
 }
 
 } // namespace zrfgen::bench

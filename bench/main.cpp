@@ -23,7 +23,8 @@ struct Family {
 const Family families[] = {{"complex", complexDftContests},
                            {"real-forward", realForwardContests},
                            {"real-inverse", realInverseContests},
-                           {"hartley", hartleyContests}};
+                           {"hartley", hartleyContests},
+                           {"walsh-hadamard", walshHadamardContests}};
 
 std::vector<Contest> contestsOf(const std::vector<std::string> &names) {
     std::vector<Contest> contests;
@@ -47,7 +48,7 @@ std::vector<Contest> wantedContests(const Options &options) {
 }
 
 Table measureOnce(const Contest &contest, Effort effort) {
-    Table table{contest.title, {}};
+    Table table{contest.title, contest.lengthName, {}};
     for (const int length : contest.lengths)
         table.rows.push_back({length, timeContenders(contest.contenders(length), effort)});
     return table;

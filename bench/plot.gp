@@ -6,12 +6,12 @@ tableCount = int(system(rows." | cut -f 1 | uniq | wc -l"))
 
 set datafile separator tab
 set datafile missing NaN # rows of other tables and peers do not interrupt a line
-stats data every ::1 using 2 nooutput
 set terminal pngcairo size 1200, 420 * tableCount
 set output "zrfbench.png"
 set multiplot layout tableCount, 1
-set xlabel "length"
-set xrange [STATS_min - 1:STATS_max + 1]
+set xlabel "length, or order"
+set autoscale xfix
+set offsets 1, 1, 0, 0
 set xtics 4
 set ylabel "peer's time / zrfgen's time"
 set logscale y 2

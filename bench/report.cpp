@@ -9,7 +9,7 @@ namespace zrfgen::bench {
 namespace {
 
 constexpr const char *tsvName = "zrfbench.tsv";
-constexpr int lengthWidth = 4;
+constexpr int lengthWidth = 5;
 
 std::string timeHeading(const Timing &contender) {
     return contender.label + " ns";
@@ -25,7 +25,7 @@ int widthUnder(const std::string &heading) {
 
 void printHeading(const Table &table) {
     const Row &row = table.rows[0];
-    std::printf("\n%s\n%*s", table.title.c_str(), lengthWidth, "N");
+    std::printf("\n%s\n%*s", table.title.c_str(), lengthWidth, table.lengthName.c_str());
     for (const Timing &contender : row.timings)
         std::printf("  %s", timeHeading(contender).c_str());
     for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
@@ -76,7 +76,7 @@ void printSummary(const Table &table) {
             if (row.ratio(peer) < 1)
                 lengths += " " + std::to_string(row.length);
         std::printf("%s is ahead at:%s\n", first.timings[peer].label.c_str(),
-                    lengths.empty() ? " no length" : lengths.c_str());
+                    lengths.empty() ? " none" : lengths.c_str());
     }
 }
 

@@ -3,9 +3,11 @@
 #include "driver/driver.h"
 #include "exports.h"
 #include "real/recipes/real_dft.h"
+#include "wht/recipes/kernels.h"
 
 int main(int argc, char **argv) {
     using namespace zrfgen::gen;
     const Family frame{.kernels = {}, .otherExports = {"zrfgenGetLibVersion"}};
-    return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily(), realDftFamily()}, exportNames());
+    return runDriver({argv + 1, argv + argc},
+                     {frame, complexDftFamily(), realDftFamily(), walshHadamardFamily()}, exportNames());
 }

@@ -126,8 +126,47 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
     ZRF_FOR_EACH_LENGTH(ZRF_FIXED_SIZE, family, suffix, Element)                                             \
     Status ZRF_CALL zrfg##family##_##suffix(const Element *src, Element *dst, int32_t N, int32_t flag);
 
+/* Expands entry(order, ...) for every order of the Walsh-Hadamard transform. */
+#define ZRF_FOR_EACH_ORDER(entry, ...)                                                                       \
+    entry(1, __VA_ARGS__) entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__)                  \
+        entry(5, __VA_ARGS__) entry(6, __VA_ARGS__) entry(7, __VA_ARGS__) entry(8, __VA_ARGS__)              \
+            entry(9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) entry(12, __VA_ARGS__)       \
+                entry(13, __VA_ARGS__)
+
+#define ZRF_WHT_ORDER(order, suffix, Element)                                                                \
+    Status ZRF_CALL zrfgWHT_##order##_##suffix(const Element *src, Element *dst, int32_t flag,               \
+                                               uint8_t *buffer);
+
+/* Walsh-Hadamard transform of N = 2^order real elements: zrfgWHT_<order>_<suffix>(src, dst, flag, buffer) for
+ * orders 1 to 13, and the any-order entry zrfgWHT_<suffix>(src, dst, order, flag, buffer).
+ *
+ *   dst[k] = s * sum over j of (-1)^popcount(j AND k) src[j], k = 0..N-1: natural (Hadamard) order, its own
+ *   inverse up to s
+ *
+ * src, dst: N elements each, at any address that suits the element type; the same array or two that do not
+ * overlap. Arrays on 16-byte boundaries are fastest. The sums are those of the radix-2 butterflies from the
+ * lowest index bit up, each rounded to the element type, whatever the alignment.
+ *
+ * For odd orders 1/sqrt(N) is in Float64 the quotient of 1 by the rounded root: one unit in the last place
+ * below the nearest number.
+ *
+ * buffer: scratch memory on a 16-byte boundary (not checked), of as many bytes as
+ * zrfgWHTGetBufferSize_<suffix> says; not for two calls at a time. Null makes orders from 8 up take it from
+ * zrfMalloc and give it back: slower, and a failed allocation is not caught. Orders up to 7 never look at it.
+ *
+ * Returns, tested in this order: zrfStatusSizeError if order is not in 1..13 (any-order entries only),
+ * zrfStatusNullPointer if src or dst is null, zrfStatusFlagError if flag is no scaling flag, else
+ * zrfStatusOk.
+ *
+ * zrfgWHTGetBufferSize_<suffix>(order, size) writes the size of the buffer in bytes, 0 up to order 7. Returns
+ * zrfStatusNullPointer if size is null, else zrfStatusSizeError if order is not in 1..13. */
+#define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
+    ZRF_FOR_EACH_ORDER(ZRF_WHT_ORDER, suffix, Element)                                                       \
+    Status ZRF_CALL zrfgWHT_##suffix(const Element *src, Element *dst, int32_t order, int32_t flag,          \
+                                     uint8_t *buffer);                                                       \
+    Status ZRF_CALL zrfgWHTGetBufferSize_##suffix(int32_t order, int32_t *size);
+
 /* Not built yet. */
-#define ZRF_WHT_FAMILY(suffix, Element)
 #define ZRF_DCT4_FAMILY(suffix, Element)
 
 /* Identifies the library. The record and its texts are constant and live as long as the library is loaded. */
@@ -148,6 +187,7 @@ typedef struct LibraryVersion {
 #include "families.inc"
 
 #undef ZRF_FIXED_SIZE
+#undef ZRF_WHT_ORDER
 
 #ifdef __cplusplus
 }

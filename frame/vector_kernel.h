@@ -9,6 +9,10 @@
 
 namespace zrfgen {
 
+inline bool areAligned(const void *src, const void *dst) {
+    return ((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) & 15) == 0;
+}
+
 template <class Kernel, Direction direction, Access access>
 inline Status runOnPath(const void *src, void *dst, std::int32_t flag) {
     return checkedCall<Kernel, direction>(src, dst, flag, Kernel::template transform<direction, access>);
@@ -23,7 +27,7 @@ template <class Kernel, Direction direction>
 template <class Kernel, Direction direction>
 inline Status runVectorKernel(const void *src, void *dst, std::int32_t flag) {
     if constexpr (Kernel::hasTwoPaths)
-        if (((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) & 15) != 0)
+        if (!areAligned(src, dst))
             return unalignedPath<Kernel, direction>(src, dst, flag);
     constexpr Access access = Kernel::hasTwoPaths ? Access::Aligned : Access::Unaligned;
     return runOnPath<Kernel, direction, access>(src, dst, flag);

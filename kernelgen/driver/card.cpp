@@ -93,7 +93,7 @@ std::string registers(const CompiledKernel &kernel, const Target &target) {
 
 std::string card(const KernelDefinition &definition, const CompiledKernel &kernel, const Target &target) {
     const Counts counts = count(kernel.graph);
-    std::string names;
+    std::string names = definition.exports.empty() ? definition.file : "";
     for (const std::string &name : definition.exports)
         names += (names.empty() ? "" : ", ") + name;
     std::string text = names + "\n" + row("decomposition", definition.decomposition);

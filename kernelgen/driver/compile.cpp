@@ -13,7 +13,7 @@ CompiledKernel compile(const KernelDefinition &definition, const Target &target)
     kernel.algebra = definition.build(target);
     kernel.graph = lowered(kernel.algebra);
     kernel.schedule = scheduled(kernel.graph, target);
-    kernel.body = emitBody(kernel.graph, kernel.schedule, definition.places);
+    kernel.body = emitBody(kernel.graph, kernel.schedule, definition.arrays);
     return kernel;
 }
 

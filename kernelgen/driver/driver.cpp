@@ -76,10 +76,13 @@ private:
                 if (std::find(definition.exports.begin(), definition.exports.end(), name) !=
                     definition.exports.end())
                     return definition;
+        for (const Family &family : families)
+            if (std::find(family.otherExports.begin(), family.otherExports.end(), name) !=
+                family.otherExports.end())
+                throw CommandError(name + " is written by hand and has no card\n");
         const bool isExport = std::find(exports.begin(), exports.end(), name) != exports.end();
-        throw CommandError(
-            name + (isExport ? " has no generated kernel in this build; see: kernelgen exports built\n"
-                             : " is no export; see: kernelgen exports\n"));
+        throw CommandError(name + (isExport ? " is not built yet; see: kernelgen exports built\n"
+                                            : " is no export; see: kernelgen exports\n"));
     }
 
     void explain(const std::string &name) const {

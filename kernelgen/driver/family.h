@@ -13,14 +13,14 @@ namespace zrfgen::gen {
 
 // One kernel text and the exports that it serves.
 struct KernelDefinition {
-    std::vector<std::string> exports;
+    std::vector<std::string> exports; // none if hand-written code includes the file
     std::string file;
     std::string decomposition;
     int elements; // real elements of the source, and as many of the destination
     std::function<Graph(const Target &)> build;
     // The complete text around a body.
     std::function<std::string(const Graph &, const std::string &)> wrap;
-    ElementPlaces places = {};
+    ArrayTexts arrays = {};
 };
 
 struct Family {

@@ -44,7 +44,7 @@ bool isAligned(Type type, const Move &move) {
 
 class Emitter {
 public:
-    Emitter(const Graph &graph, const ElementPlaces &places) : graph(graph), places(places) {}
+    Emitter(const Graph &graph, const ArrayTexts &arrays) : graph(graph), arrays(arrays) {}
 
     std::string body(const Schedule &schedule) {
         std::string code;
@@ -193,24 +193,22 @@ private:
         return "_mm_shuffle_ps(" + first + ", " + second + ", _MM_SHUFFLE(" + order.substr(2) + "))";
     }
 
-    using Place = std::function<std::string(int)>;
-
-    static std::string address(const std::string &array, const Place &place, int element, Element type) {
-        if (place)
-            return array + " + " + std::to_string(bytes(type)) + " * " + place(element);
-        return element == 0 ? array : array + " + " + std::to_string(element * bytes(type));
+    static std::string address(const char *name, const ArrayText &array, int element, Element type) {
+        if (array.place)
+            return name + (" + " + std::to_string(bytes(type))) + " * " + array.place(element);
+        return element == 0 ? name : name + (" + " + std::to_string(element * bytes(type)));
     }
 
     std::string source(int element, Element type) const {
-        return address("src", places.source, element, type);
+        return address("src", arrays.source, element, type);
     }
 
     std::string destination(int element, Element type) const {
-        return address("dst", places.destination, element, type);
+        return address("dst", arrays.destination, element, type);
     }
 
-    std::string access(Type type, const Move &move) const {
-        return isAligned(type, move) ? "<access>" : "<Access::Unaligned>";
+    static std::string access(const ArrayText &array, Type type, const Move &move) {
+        return "<" + (isAligned(type, move) ? array.access : "Access::Unaligned") + ">";
     }
 
     std::string load(const Node &node) const {
@@ -222,7 +220,8 @@ private:
         if (isHalf(node.type) || move.upper == idle)
             return "loadLower" + suffix + "(" + source(move.lower, element) + ")";
         if (move.isWhole)
-            return "load" + suffix + access(node.type, move) + "(" + source(move.lower, element) + ")";
+            return "load" + suffix + access(arrays.source, node.type, move) + "(" +
+                   source(move.lower, element) + ")";
         return call("loadHalves" + suffix, source(move.lower, element), source(move.upper, element));
     }
 
@@ -233,7 +232,8 @@ private:
             return call("storeElement", destination(store.offsets[0], type.element), value);
         const Move move = asMove(store.offsets);
         if (!isHalf(type) && move.isWhole)
-            return call("storeVector" + access(type, move), destination(move.lower, type.element), value);
+            return call("storeVector" + access(arrays.destination, type, move),
+                        destination(move.lower, type.element), value);
         std::string text = call("storeLower", destination(move.lower, type.element), value);
         if (!isHalf(type) && move.upper != idle)
             text += ";\n        " + call("storeUpper", destination(move.upper, type.element), value);
@@ -241,15 +241,15 @@ private:
     }
 
     const Graph &graph;
-    const ElementPlaces &places;
+    const ArrayTexts &arrays;
     std::map<std::pair<NodeId, bool>, std::string> constantNames;
     std::string constants;
 };
 
 } // namespace
 
-std::string emitBody(const Graph &graph, const Schedule &schedule, const ElementPlaces &places) {
-    return Emitter(graph, places).body(schedule);
+std::string emitBody(const Graph &graph, const Schedule &schedule, const ArrayTexts &arrays) {
+    return Emitter(graph, arrays).body(schedule);
 }
 
 bool hasAlignedMoves(const Graph &graph) {

@@ -12,15 +12,20 @@ namespace zrfgen::gen {
 // A number as a hexadecimal literal of the element type: the value rounded once.
 std::string literal(Quad value, Element element);
 
-// How the text writes the place of an array's element in memory; as the element's own number where empty.
-struct ElementPlaces {
-    std::function<std::string(int)> source, destination;
+// How the text reaches the caller's arrays.
+struct ArrayText {
+    // The place of an element; its own number where empty.
+    std::function<std::string(int)> place;
+    std::string access = "access"; // of moves that an aligned array aligns
+};
+struct ArrayTexts {
+    ArrayText source = {}, destination = {};
 };
 
 // The statements of a function body over `src`, `dst` (byte pointers) and `factor` (the scale twice over, on
 // a 16-byte boundary), with the template parameters `direction` and `access` in scope. The graph must have
 // been lowered.
-std::string emitBody(const Graph &graph, const Schedule &schedule, const ElementPlaces &places);
+std::string emitBody(const Graph &graph, const Schedule &schedule, const ArrayTexts &arrays);
 
 // Whether the text depends on `access`: some move takes a whole vector that an aligned array aligns.
 bool hasAlignedMoves(const Graph &graph);

@@ -20,6 +20,8 @@ struct KernelFile {
     int length;
     Element element;
     std::string arrayElement;        // the element type of the caller's arrays
+    std::string factorsFrom = "";    // the type to inherit the scale factors from, if not written here
+    std::string moreParameters = ""; // of the exports, behind the flag
     std::string members;             // what the head wants to know besides the factors
     std::string transformParameters; // the template parameters of `transform`
     std::vector<Export> exports;

@@ -117,7 +117,7 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
     const std::string zeros =
         isForward ? "        storeSpectrumZeros<layout, " + file.arrayElement + ">(dst, " + n + ");\n" : "";
     definition.wrap = [=](const Graph &, const std::string &body) { return text(file, body + zeros); };
-    (isForward ? definition.places.destination : definition.places.source) = [=](int i) {
+    (isForward ? definition.arrays.destination : definition.arrays.source).place = [=](int i) {
         return "spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
     };
     return definition;

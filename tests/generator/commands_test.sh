@@ -20,7 +20,8 @@ expect 0 '^decomposition  4 > 2 T$' explain zrfgDFTInv_CToC_8_64fc
 expect 0 'store' dump schedule zrfgDFTFwd_CToC_2_64fc
 expect 0 '^zrfgenGetLibVersion$' exports built
 expect 1 'is no export' explain zrfgDFTFwd_CToC_65_32fc
-expect 1 'has no generated kernel' explain zrfgenGetLibVersion
+expect 0 '(112 add, 112 sub), 0 multiplications and 32 for the scale' explain zrfgWHT_7_32f
+expect 1 'is written by hand' explain zrfgWHT_8_32f
 expect 1 "no layer 'soup'" dump soup zrfgDFTFwd_CToC_2_64fc
 expect 1 '^usage: ' explain
 expect 1 '^usage: ' bake

@@ -6,6 +6,8 @@
 #include "lanes/lower.h"
 #include "real/recipes/lengths.h"
 #include "real/recipes/real_dft.h"
+#include "wht/buffer_size.h"
+#include "wht/recipes/kernels.h"
 
 #include <gtest/gtest.h>
 
@@ -218,6 +220,66 @@ TEST(RealCounts, OfTheMachineCodeAreThoseOfTheGraph) {
             }
         }
     }
+}
+
+struct WalshHadamardCost {
+    int sums, products; // butterflies are as many additions as subtractions
+};
+
+TEST(WalshHadamardCounts, OfTheGraphMeetTheFigures) {
+    const std::map<Element, std::vector<WalshHadamardCost>> orders = {
+        {Element::Float32, {{2, 2}, {8, 4}, {24, 8}, {16, 4}, {40, 8}, {96, 16}, {224, 32}}},
+        {Element::Float64, {{2, 2}, {8, 4}, {12, 4}, {32, 8}, {80, 16}, {192, 32}, {448, 64}}}};
+    for (const auto &[element, costs] : orders)
+        for (int order = 1; order <= highestSmallOrder; ++order) {
+            const Counts counts = count(lowered(smallWalshHadamard(order, element, sse3)));
+            EXPECT_EQ(counts.additions, counts.subtractions) << order;
+            EXPECT_EQ(counts.sums(), costs[order - 1].sums) << order;
+            EXPECT_EQ(counts.multiplications, costs[order - 1].products) << order;
+        }
+    const auto blockSums = [](int elements, Element element) {
+        return graphCost(walshHadamardBlock(elements, element, sse3)).sums;
+    };
+    EXPECT_EQ(blockSums(32, Element::Float32), 40);
+    EXPECT_EQ(blockSums(64, Element::Float32), 96);
+    EXPECT_EQ(blockSums(32, Element::Float64), 80);
+    EXPECT_EQ(blockSums(128, Element::Float64), 448);
+    for (const auto &[rows, sums] : {std::pair(8, 24), {16, 64}, {32, 160}})
+        for (const bool isLast : {false, true}) {
+            const Cost cost = graphCost(walshHadamardRows(rows, isLast, Element::Float32, sse3));
+            EXPECT_EQ(cost.sums, sums);
+            EXPECT_EQ(cost.products, isLast ? rows : 0);
+        }
+}
+
+// The loops over passes hold each body once.
+TEST(WalshHadamardCounts, OfTheMachineCodeAreThoseOfTheGraph) {
+    const auto functions = readMachineCode();
+    for (const Element element : {Element::Float32, Element::Float64})
+        for (int order = 1; order <= highestOrder; ++order) {
+            const bool isSingle = element == Element::Float32;
+            std::vector<Graph> parts;
+            if (order <= highestSmallOrder) {
+                parts.push_back(smallWalshHadamard(order, element, sse3));
+            } else {
+                const WhtPasses passes = whtPasses(order, isSingle ? 4 : 8);
+                parts.push_back(walshHadamardBlock(passes.block, element, sse3));
+                if (passes.chunk != 0)
+                    parts.push_back(walshHadamardRows(passes.chunk / passes.block, false, element, sse3));
+                const int lastRows = (1 << order) / (passes.chunk != 0 ? passes.chunk : passes.block);
+                parts.push_back(walshHadamardRows(lastRows, true, element, sse3));
+            }
+            Cost expected;
+            for (const Graph &part : parts) {
+                expected.sums += graphCost(part).sums;
+                expected.products += graphCost(part).products;
+            }
+            const std::string name =
+                "zrfgWHT_" + std::to_string(order) + (isSingle ? "_32f_body" : "_64f_body");
+            ASSERT_TRUE(functions.contains(name)) << name;
+            EXPECT_EQ(functions.at(name).cost.sums, expected.sums) << name;
+            EXPECT_EQ(functions.at(name).cost.products, expected.products) << name;
+        }
 }
 
 } // namespace

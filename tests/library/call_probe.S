@@ -38,6 +38,7 @@ probeCall:
     .set offset, offset + WORD
     .endr
     movq %rdi, %rax
+    movq 32(%rsi), %r8
     movq 24(%rsi), %rcx
     movq 16(%rsi), %rdx
     movq (%rsi), %rdi

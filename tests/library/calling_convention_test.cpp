@@ -34,7 +34,7 @@ constexpr std::uint16_t unusualX87Control = 0x0e7f; // rounds to zero, double pr
 Word callAndCheck(Word function, std::vector<Word> arguments, Word stackShift) {
     SCOPED_TRACE(testing::Message() << "stack " << stackShift << " bytes below a boundary");
     const Word argumentCount = arguments.size();
-    arguments.resize(4);
+    arguments.resize(5);
     for (int i = 0; i < keptRegisters; ++i)
         callProbe.keptBefore[i] = static_cast<Word>(0x5a17c0de0badf00du) * static_cast<Word>(2 * i + 3);
 
@@ -83,6 +83,26 @@ TEST_P(CallingConvention, KeepsTheCallersState) {
 }
 
 INSTANTIATE_FOR_EACH_TRANSFORM(CallingConvention);
+
+TEST(CallingConvention, KeepsTheCallersStateInWalshHadamard) {
+    alignas(16) static unsigned char arrays[3][2 * 8192 * sizeof(Float64)];
+    const auto word = [](const void *address) { return reinterpret_cast<Word>(address); };
+    for (const std::string suffix : {"_32f", "_64f"})
+        for (const Word stackShift : {0, 4, 8, 12}) {
+            const Word anyOrder = word(exportAddress("zrfgWHT" + suffix)),
+                       query = word(exportAddress("zrfgWHTGetBufferSize" + suffix));
+            EXPECT_EQ(callAndCheck(query, {13, word(arrays[0])}, stackShift), Word(zrfStatusOk));
+            for (Word order = 1; order <= 13; ++order) {
+                const Word fixedOrder = word(exportAddress("zrfgWHT_" + std::to_string(order) + suffix));
+                for (const Word buffer : {word(arrays[2]), Word(0)}) {
+                    const Word src = word(arrays[0] + 8 * (order % 2)), dst = word(arrays[1]);
+                    EXPECT_EQ(callAndCheck(fixedOrder, {src, dst, 8, buffer}, stackShift), Word(zrfStatusOk));
+                    EXPECT_EQ(callAndCheck(anyOrder, {src, dst, order, 8, buffer}, stackShift),
+                              Word(zrfStatusOk));
+                }
+            }
+        }
+}
 
 TEST(CallingConvention, KeepsTheCallersStateInTheVersionQuery) {
     const Word query = reinterpret_cast<Word>(exportAddress("zrfgenGetLibVersion"));

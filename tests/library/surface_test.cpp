@@ -45,6 +45,11 @@ TEST(Surface, ExportsAreTheBuiltOnes) {
     std::set<std::string> tested = {"zrfgenGetLibVersion"};
     for (const Transform &transform : builtTransforms())
         tested.insert({transform.name, transform.anySizeName});
+    for (const std::string suffix : {"_32f", "_64f"}) {
+        for (int order = 1; order <= 13; ++order)
+            tested.insert("zrfgWHT_" + std::to_string(order) + suffix);
+        tested.insert({"zrfgWHT" + suffix, "zrfgWHTGetBufferSize" + suffix});
+    }
     EXPECT_EQ(symbols("--defined-only"), built());
     EXPECT_EQ(Lines(tested.begin(), tested.end()), built());
     EXPECT_TRUE(std::ranges::includes(planned(), built()));
