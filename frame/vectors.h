@@ -9,8 +9,9 @@
 
 namespace zrfgen {
 
-// Whether both arrays of a call lie on 16-byte boundaries.
-enum class Access { Aligned, Unaligned };
+// Whether arrays lie on 16-byte boundaries. Off them, floats move 16 bytes at a time and doubles 8, or whole
+// vectors of either.
+enum class Access { Aligned, Unaligned, UnalignedWhole };
 
 constexpr int signBit = INT32_MIN;
 
@@ -68,16 +69,17 @@ inline __m128d exchanged(__m128d value) {
     return _mm_castsi128_pd(_mm_shuffle_epi32(_mm_castpd_si128(value), _MM_SHUFFLE(1, 0, 3, 2)));
 }
 
-// Whole vectors. Off the boundary, floats move 16 bytes at a time and doubles 8.
+// Whole vectors.
 template <Access access> inline __m128 loadFloats(const unsigned char *source) {
     const auto *floats = reinterpret_cast<const float *>(source);
     return access == Access::Aligned ? _mm_load_ps(floats) : _mm_loadu_ps(floats);
 }
 
 template <Access access> inline __m128d loadDoubles(const unsigned char *source) {
-    if constexpr (access == Access::Aligned)
-        return _mm_load_pd(reinterpret_cast<const double *>(source));
-    return loadHalvesDoubles(source, source + 8);
+    const auto *doubles = reinterpret_cast<const double *>(source);
+    if constexpr (access == Access::Unaligned)
+        return loadHalvesDoubles(source, source + 8);
+    return access == Access::Aligned ? _mm_load_pd(doubles) : _mm_loadu_pd(doubles);
 }
 
 template <Access access> inline void storeVector(unsigned char *destination, __m128 value) {
@@ -86,11 +88,12 @@ template <Access access> inline void storeVector(unsigned char *destination, __m
 }
 
 template <Access access> inline void storeVector(unsigned char *destination, __m128d value) {
-    if constexpr (access == Access::Aligned) {
-        _mm_store_pd(reinterpret_cast<double *>(destination), value);
-    } else {
+    auto *doubles = reinterpret_cast<double *>(destination);
+    if constexpr (access == Access::Unaligned) {
         storeLower(destination, value);
         storeUpper(destination + 8, value);
+    } else {
+        access == Access::Aligned ? _mm_store_pd(doubles, value) : _mm_storeu_pd(doubles, value);
     }
 }
 

@@ -194,8 +194,8 @@ private:
     }
 
     static std::string address(const char *name, const ArrayText &array, int element, Element type) {
-        if (array.place)
-            return name + (" + " + std::to_string(bytes(type))) + " * " + array.place(element);
+        if (array.address)
+            return array.address(element);
         return element == 0 ? name : name + (" + " + std::to_string(element * bytes(type)));
     }
 

@@ -14,8 +14,8 @@ std::string literal(Quad value, Element element);
 
 // How the text reaches the caller's arrays.
 struct ArrayText {
-    // The place of an element; its own number where empty.
-    std::function<std::string(int)> place;
+    // The address of an element; where empty, that many elements behind the array's start.
+    std::function<std::string(int)> address;
     std::string access = "access"; // of moves that an aligned array aligns
 };
 struct ArrayTexts {

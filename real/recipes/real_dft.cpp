@@ -117,8 +117,9 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
     const std::string zeros =
         isForward ? "        storeSpectrumZeros<layout, " + file.arrayElement + ">(dst, " + n + ");\n" : "";
     definition.wrap = [=](const Graph &, const std::string &body) { return text(file, body + zeros); };
-    (isForward ? definition.arrays.destination : definition.arrays.source).place = [=](int i) {
-        return "spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
+    const std::string array = isForward ? "dst" : "src", bytes = element == Element::Float32 ? "4" : "8";
+    (isForward ? definition.arrays.destination : definition.arrays.source).address = [=](int i) {
+        return array + " + " + bytes + " * spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
     };
     return definition;
 }

@@ -122,9 +122,14 @@ KernelDefinition rowsOf(int rows, bool isLast, Element element, int lanes) {
                  "int stride, Access access", rows * lanes, element,
                  [=](const Target &target) { return walshHadamardRows(rows, isLast, element, target); });
     std::swap(definition.arrays.source, definition.arrays.destination);
-    definition.arrays.source.place = definition.arrays.destination.place = [lanes](int element) {
-        return std::to_string(element / lanes) + " * stride";
+    const auto rowOf = [=](const std::string &array) {
+        return [=](int first) {
+            return array + (element == Element::Float32 ? " + 4 * " : " + 8 * ") +
+                   std::to_string(first / lanes) + " * stride";
+        };
     };
+    definition.arrays.source.address = rowOf("src");
+    definition.arrays.destination.address = rowOf("dst");
     return definition;
 }
 

@@ -1,0 +1,375 @@
+#include "dct4/recipes/kernels.h"
+
+#include "algebra/dft.h"
+#include "algebra/formal_complex.h"
+#include "algebra/real.h"
+#include "dct4/output_table.h"
+#include "dct4/recipes/odd_dft.h"
+
+#include <cctype>
+
+namespace zrfgen::gen {
+
+namespace {
+
+std::vector<int> consecutive(int first, int count) {
+    std::vector<int> elements;
+    for (int i = 0; i < count; ++i)
+        elements.push_back(first + i);
+    return elements;
+}
+
+// Vectors of a graph over elements numbered in rows of `lanes`.
+class Lanes {
+public:
+    Lanes(Graph &graph, Type type) : graph(graph), type(type), real(graph, type, Products::Narrow) {}
+
+    NodeId load(int vector) { return graph.load(type, consecutive(vector * type.lanes, type.lanes)); }
+    void store(Real value, int vector) {
+        graph.store(real.resolved(value), consecutive(vector * type.lanes, type.lanes));
+    }
+    NodeId reversed(NodeId value) {
+        std::vector<int> picks;
+        for (int lane = type.lanes - 1; lane >= 0; --lane)
+            picks.push_back(lane);
+        return graph.gather({value}, picks);
+    }
+    // The product by cos + i sin, both from a table.
+    std::pair<Real, Real> rotated(Real re, Real im, NodeId cosine, NodeId sine) {
+        return {real.sub(real.scaled(re, cosine), real.scaled(im, sine)),
+                real.add(real.scaled(re, sine), real.scaled(im, cosine))};
+    }
+
+    Graph &graph;
+    const Type type;
+    RealArithmetic real;
+};
+
+// Two numbers at a time are rotated in three steps (I. Daubechies and W. Sweldens, 1998).
+std::pair<Real, Real> lifted(RealArithmetic &real, Real x, Real y, Quad tangent, Quad sine) {
+    x = real.weightedSum(x, {{-tangent, y}});
+    y = real.weightedSum(y, {{sine, x}});
+    x = real.weightedSum(x, {{-tangent, y}});
+    return {x, y};
+}
+
+Quad tangent(Turn angle) {
+    return sine(angle) / cosine(angle);
+}
+
+std::vector<Real> twoPointDct4(RealArithmetic &real, const std::vector<Real> &x) {
+    const Quad c = cosine({1, 16}), s = sine({1, 16});
+    return {real.weightedSum({}, {{c, x[0]}, {s, x[1]}}), real.weightedSum({}, {{s, x[0]}, {-c, x[1]}})};
+}
+
+std::vector<Real> fourPointDct4(RealArithmetic &real, const std::vector<Real> &x) {
+    const auto [a, b] = lifted(real, x[1], x[2], tangent({5, 64}), sine({5, 32}));
+    const auto [p, q] = lifted(real, x[0], x[3], tangent({7, 64}), sine({7, 32}));
+    const Quad h = cosine({1, 8});
+    const Real e = real.weightedSum({}, {{h, real.sub(q, b)}}),
+               f = real.weightedSum({}, {{h, real.add(p, a)}});
+    return {real.add(q, b), real.add(e, f), real.sub(e, f), real.sub(p, a)};
+}
+
+// Both stages with two rows: columns of four points, and a synthesis over all columns for s = 0 and 1.
+std::vector<Real> twoStageDct4(RealArithmetic &real, const std::vector<Real> &x) {
+    const int n = static_cast<int>(x.size()), radix = n / 4;
+    const LinearMap input = oddDft(4).withSignsInDifferences(),
+                    output = oddSynthesis(2 * radix).withSignsInDifferences();
+    std::vector<std::vector<Real>> rotated(2);
+    for (int c = 0; c < radix; ++c) {
+        const auto e = input.apply(real, {x[c], x[2 * radix + c], x[n - 1 - c], x[2 * radix - 1 - c]});
+        for (int s = 0; s < 2; ++s) {
+            const Turn angle((2 * s + 1) * (2 * c + 1), 8 * n);
+            const Real re = e[2 * s], im = e[2 * s + 1];
+            rotated[s].push_back(real.weightedSum({}, {{cosine(angle), re}, {-sine(angle), im}}));
+            rotated[s].push_back(real.weightedSum({}, {{sine(angle), re}, {cosine(angle), im}}));
+        }
+    }
+    std::vector<Real> result(n);
+    for (int s = 0; s < 2; ++s) {
+        const auto sums = output.apply(real, rotated[s]);
+        for (int l = 0; l < radix; ++l) {
+            result[s + 4 * l] = sums[l];
+            result[3 - s + 4 * l] = sums[2 * radix - 1 - l];
+        }
+    }
+    return result;
+}
+
+// A complex number in each lane.
+struct ComplexVector {
+    Real re, im;
+};
+
+// D[l] = sum over p of b[p] exp(2 pi i p l / n), those with an index from firstConjugated up conjugated. The
+// forward transform gives it for numbers whose parts have changed places.
+std::vector<ComplexVector> backwardDft(RealArithmetic &real, const std::vector<ComplexVector> &b,
+                                       int firstConjugated) {
+    const int n = static_cast<int>(b.size());
+    LinearMap map;
+    FormalComplex model(map, FormalComplex::Factors::AtOnce);
+    FormalComplex::Column column;
+    std::vector<Real> inputs;
+    for (const ComplexVector &value : b) {
+        const LinearMap::Ref re = map.input(), im = map.input();
+        column.push_back({FormalComplex::Part{im}, FormalComplex::Part{re}});
+        inputs.insert(inputs.end(), {value.re, value.im});
+    }
+    column = transform(model, n == 8 ? T(4, 2) : Decomposition(n), Columns<FormalComplex>{column})[0];
+    for (int l = 0; l < n; ++l) {
+        const LinearMap::Ref im = column[l].re->ref;
+        map.outputs.push_back({column[l].im->ref});
+        map.outputs.push_back({l < firstConjugated ? im : -im});
+    }
+    const auto parts = map.withSignsInDifferences().apply(real, inputs);
+    std::vector<ComplexVector> result;
+    for (int l = 0; l < n; ++l)
+        result.push_back({parts[2 * l], parts[2 * l + 1]});
+    return result;
+}
+
+} // namespace
+
+Graph directDct4(int length, Element element) {
+    Graph graph;
+    Lanes lanes(graph, {element, 1});
+    std::vector<Real> x;
+    for (int i = 0; i < length; ++i)
+        x.push_back({lanes.load(i)});
+    const auto result = length == 2   ? twoPointDct4(lanes.real, x)
+                        : length == 4 ? fourPointDct4(lanes.real, x)
+                                      : twoStageDct4(lanes.real, x);
+    for (int i = 0; i < length; ++i)
+        lanes.store(result[i], i);
+    return graph;
+}
+
+Graph inputStage(int n, Element element, const Target &target) {
+    Graph graph;
+    Lanes lanes(graph, target.vector(element));
+    std::vector<Real> w;
+    for (int i = 0; i < n; ++i)
+        w.push_back({i < n / 2 ? lanes.load(i) : lanes.reversed(lanes.load(i))});
+    const auto entries = oddDft(n).withSignsInDifferences().apply(lanes.real, w);
+    for (int i = 0; i < n; ++i)
+        lanes.store(entries[i], i);
+    return graph;
+}
+
+Graph combiningStage(int radix, Element element, const Target &target) {
+    Graph graph;
+    Lanes lanes(graph, target.vector(element));
+    const auto twiddled = [&](const ComplexVector &value, int group) -> ComplexVector {
+        const int first = 2 * radix + 2 * group;
+        const auto [re, im] = lanes.rotated(value.re, value.im, lanes.load(first), lanes.load(first + 1));
+        return {re, im};
+    };
+    std::vector<ComplexVector> parts;
+    for (int p = 0; p < radix; ++p)
+        parts.push_back({{lanes.load(2 * p)}, {lanes.load(2 * p + 1)}});
+
+    std::vector<ComplexVector> result(radix);
+    if (radix <= 8) {
+        for (int p = 1; p < radix; ++p)
+            parts[p] = twiddled(parts[p], p - 1);
+        result = backwardDft(lanes.real, parts, radix / 2);
+    } else {
+        // Elements v + 4q over q, with the twiddles of the table's second part, then over v with those of the
+        // first.
+        const int inner = radix / 4, second = 3 * inner;
+        std::vector<std::vector<ComplexVector>> across(inner);
+        for (int v = 0; v < 4; ++v) {
+            std::vector<ComplexVector> column;
+            for (int q = 0; q < inner; ++q) {
+                const ComplexVector &part = parts[v + 4 * q];
+                column.push_back(q == 0 ? part : twiddled(part, second + q - 1));
+            }
+            column = backwardDft(lanes.real, column, inner);
+            for (int u = 0; u < inner; ++u)
+                across[u].push_back(v == 0 ? column[u] : twiddled(column[u], 3 * u + v - 1));
+        }
+        for (int u = 0; u < inner; ++u) {
+            const auto column = backwardDft(lanes.real, across[u], 2);
+            for (int l = 0; l < 4; ++l)
+                result[u + inner * l] = column[l];
+        }
+    }
+    for (int l = 0; l < radix; ++l) {
+        lanes.store(result[l].re, 2 * l);
+        lanes.store(result[l].im, 2 * l + 1);
+    }
+    return graph;
+}
+
+Graph outputStage(int radix, Element element, const Target &target) {
+    Graph graph;
+    Lanes lanes(graph, target.vector(element));
+    const int width = lanes.type.lanes, vectorsInRow = 2 * radix / width;
+    // The rows come with columns in the lanes and leave with s there.
+    std::vector<NodeId> columns;
+    for (int vector = 0; vector < vectorsInRow; ++vector) {
+        std::vector<NodeId> rows;
+        for (int s = 0; s < width; ++s)
+            rows.push_back(lanes.load(s * vectorsInRow + vector));
+        for (int column = 0; column < width; ++column) {
+            std::vector<int> picks;
+            for (int s = 0; s < width; ++s)
+                picks.push_back(s * width + column);
+            columns.push_back(graph.gather(rows, picks));
+        }
+    }
+    std::vector<Real> rotated(2 * radix);
+    for (int row = 0; row < radix; ++row) {
+        const int c = outputTableColumn(radix, row), table = 2 * radix + 2 * row;
+        const auto [re, im] =
+            lanes.rotated({columns[c]}, {columns[radix + c]}, lanes.load(table), lanes.load(table + 1));
+        rotated[2 * c] = re;
+        rotated[2 * c + 1] = im;
+    }
+    const auto sums = oddSynthesis(2 * radix).withSignsInDifferences().apply(lanes.real, rotated);
+    for (int l = 0; l < radix; ++l) {
+        lanes.store(sums[l], l);
+        const Real mirrored = sums[2 * radix - 1 - l];
+        lanes.store({lanes.reversed(mirrored.node), mirrored.isNegative}, radix + l);
+    }
+    return graph;
+}
+
+namespace {
+
+std::string bits(Element element) {
+    return element == Element::Float32 ? "32" : "64";
+}
+
+std::string bytes(Element element) {
+    return element == Element::Float32 ? "4" : "8";
+}
+
+// A kernel as a specialisation of a template that the execution declares.
+KernelDefinition stageKernel(const std::string &name, int size, const std::string &parameters, int elements,
+                             Element element, std::function<Graph(const Target &)> build) {
+    const std::string n = std::to_string(size);
+    return {
+        .exports = {},
+        .file = "dct4_" + name + "_" + n + "_" + bits(element) + "f.inc",
+        .decomposition = name + " " + n,
+        .elements = elements,
+        .build = build,
+        .wrap =
+            [=](const Graph &, const std::string &body) {
+                std::string type = name;
+                type[0] = static_cast<char>(std::toupper(type[0]));
+                return "template <> struct " + type + "<Float" + bits(element) + ", " + n +
+                       "> {\n    static void run(" + parameters + ") {\n" + body + "    }\n};\n";
+            },
+    };
+}
+
+std::string times(int factor, const std::string &stride) {
+    return std::to_string(factor) + " * " + stride;
+}
+
+KernelDefinition direct(int length, Element element) {
+    return stageKernel("direct", length, "const unsigned char *src, unsigned char *dst", length, element,
+                       [=](const Target &) { return directDct4(length, element); });
+}
+
+KernelDefinition input(int n, Element element) {
+    const int lanes = sse3.vector(element).lanes;
+    KernelDefinition definition =
+        stageKernel("input", n,
+                    "const unsigned char *forward, const unsigned char *backward, std::ptrdiff_t pitch, "
+                    "unsigned char *dst, "
+                    "std::ptrdiff_t rowPitch",
+                    n * lanes, element, [=](const Target &target) { return inputStage(n, element, target); });
+    definition.arrays.source = {[=](int first) {
+                                    const int i = first / lanes;
+                                    return i < n / 2 ? "forward + " + times(i, "pitch")
+                                                     : "backward + " + times(n - 1 - i, "pitch");
+                                },
+                                "Access::UnalignedWhole"};
+    definition.arrays.destination = {[=](int first) { return "dst + " + times(first / lanes, "rowPitch"); },
+                                     "Access::Aligned"};
+    return definition;
+}
+
+KernelDefinition combine(int radix, Element element) {
+    const int lanes = sse3.vector(element).lanes, firstGroups = radix <= 8 ? radix - 1 : 3 * (radix / 4);
+    const int groups = radix <= 8 ? firstGroups : firstGroups + radix / 4 - 1;
+    KernelDefinition definition = stageKernel(
+        "combine", radix,
+        "const unsigned char *src, std::ptrdiff_t srcPitch, const unsigned char *twiddles, "
+        "[[maybe_unused]] const unsigned char *innerTwiddles, unsigned char *lower, unsigned char *upper, "
+        "std::ptrdiff_t rowPitch, std::ptrdiff_t step",
+        2 * (radix + groups) * lanes, element,
+        [=](const Target &target) { return combiningStage(radix, element, target); });
+    definition.arrays.source = {[=](int first) -> std::string {
+                                    const int vector = first / lanes;
+                                    if (vector < 2 * radix)
+                                        return "src + " + times(vector % 2 * radix + vector / 2, "srcPitch");
+                                    const int entry = vector - 2 * radix;
+                                    return entry < 2 * firstGroups
+                                               ? "twiddles + " + std::to_string(16 * entry)
+                                               : "innerTwiddles + " +
+                                                     std::to_string(16 * (entry - 2 * firstGroups));
+                                },
+                                "Access::Aligned"};
+    definition.arrays.destination = {[=](int first) {
+                                         const int vector = first / lanes, l = vector / 2;
+                                         const std::string part = vector % 2 == 0 ? "" : " + rowPitch";
+                                         return (l < radix / 2 ? "lower + " + times(l, "step")
+                                                               : "upper + " + times(radix - 1 - l, "step")) +
+                                                part;
+                                     },
+                                     "Access::Aligned"};
+    return definition;
+}
+
+KernelDefinition output(int radix, Element element) {
+    const int lanes = sse3.vector(element).lanes;
+    KernelDefinition definition =
+        stageKernel("output", radix,
+                    "const unsigned char *src, const unsigned char *twiddles, unsigned char *forward, "
+                    "unsigned char *backward, "
+                    "std::ptrdiff_t step",
+                    (lanes + 1) * 2 * radix * lanes, element,
+                    [=](const Target &target) { return outputStage(radix, element, target); });
+    definition.arrays.source = {[=](int first) {
+                                    const int table = 2 * radix * lanes;
+                                    return first < table
+                                               ? "src + " + std::to_string(first) + " * " + bytes(element)
+                                               : "twiddles + " + std::to_string(first - table) + " * " +
+                                                     bytes(element);
+                                },
+                                "Access::Aligned"};
+    definition.arrays.destination = {[=](int first) {
+                                         const int l = first / lanes;
+                                         return l < radix ? "forward + " + times(l, "step")
+                                                          : "backward + " + times(l - radix, "step");
+                                     },
+                                     "Access::UnalignedWhole"};
+    return definition;
+}
+
+} // namespace
+
+Family dct4Family() {
+    Family family;
+    for (const Element element : {Element::Float32, Element::Float64}) {
+        for (const int length : {2, 4, 8, 16, 32})
+            family.kernels.push_back(direct(length, element));
+        for (const int n : {2, 4, 8, 16, 32, 64})
+            family.kernels.push_back(input(n, element));
+        for (const int radix : {2, 4, 8, 16, 32})
+            family.kernels.push_back(combine(radix, element));
+        // A radix is a multiple of the lanes.
+        for (int radix = sse3.vector(element).lanes; radix <= 32; radix *= 2)
+            family.kernels.push_back(output(radix, element));
+        for (const char *operation : {"GetSize", "Init", "InitAlloc", "", "Free"})
+            family.otherExports.push_back(std::string("zrfgDCT4") + operation + "_" + bits(element) + "f");
+    }
+    return family;
+}
+
+} // namespace zrfgen::gen

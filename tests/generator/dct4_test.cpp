@@ -1,0 +1,167 @@
+// The kernels of the DCT-IV against their defining sums in quad precision.
+#include "dct4/output_table.h"
+#include "dct4/recipes/kernels.h"
+#include "dft_reference.h"
+#include "graph/count.h"
+#include "lanes/lower.h"
+
+#include <gtest/gtest.h>
+
+namespace zrfgen::gen {
+
+namespace {
+
+constexpr double exactness = 1e-30;
+
+std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &source, std::size_t elements) {
+    return evaluate(lowered(graph), Direction::Forward, Precision::Exact, source, 1,
+                    static_cast<int>(elements));
+}
+
+template <class Check> void forEachElement(Check check) {
+    for (const Element element : {Element::Float32, Element::Float64}) {
+        SCOPED_TRACE(element == Element::Float32 ? "Float32" : "Float64");
+        check(element, sse3.vector(element).lanes);
+    }
+}
+
+TEST(Dct4Kernels, DirectOnesGiveTheTransform) {
+    for (const int n : {2, 4, 8, 16, 32}) {
+        const auto x = randomSource(n);
+        std::vector<Quad> expected(n, 0);
+        for (int k = 0; k < n; ++k)
+            for (int j = 0; j < n; ++j)
+                expected[k] += x[j] * cosine({static_cast<long>(2 * j + 1) * (2 * k + 1), 8 * n});
+        EXPECT_LT(largestDifference(run(directDct4(n, Element::Float32), x, n), expected), exactness) << n;
+    }
+}
+
+TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
+    forEachElement([](Element element, int lanes) {
+        for (int n = 2; n <= 64; n *= 2) {
+            const auto w = randomSource(n * lanes);
+            std::vector<Quad> expected(w.size(), 0);
+            for (int entry = 0; entry < n; ++entry)
+                for (int i = 0; i < n; ++i) {
+                    const int m = i < n / 2 ? i : i - n;
+                    const Turn angle(static_cast<long>(m) * (2 * (entry / 2) + 1), 2 * n);
+                    for (int lane = 0; lane < lanes; ++lane) {
+                        const int place = m < 0 ? lanes - 1 - lane : lane; // read backwards
+                        expected[entry * lanes + lane] +=
+                            (entry % 2 == 0 ? cosine(angle) : sine(angle)) * w[i * lanes + place];
+                    }
+                }
+            const auto result = run(inputStage(n, element, sse3), w, w.size());
+            EXPECT_LT(largestDifference(result, expected), exactness) << n;
+        }
+    });
+}
+
+// The table's values at one s of a level with M2 = 3, whose angles are pi g / n.
+std::vector<long> levelGroups(int radix, int s) {
+    std::vector<long> groups;
+    if (radix <= 8) {
+        for (int p = 1; p < radix; ++p)
+            groups.push_back(static_cast<long>(2 * s + 1) * p);
+        return groups;
+    }
+    for (int u = 0; u < radix / 4; ++u)
+        for (int v = 1; v <= 3; ++v)
+            groups.push_back(static_cast<long>(2 * s + 1 + 4 * 3 * u) * v);
+    for (int p = 1; p < radix / 4; ++p)
+        groups.push_back(4L * (2 * s + 1) * p);
+    return groups;
+}
+
+TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
+    forEachElement([](Element element, int lanes) {
+        for (int radix = 2; radix <= 32; radix *= 2) {
+            const int s = 2, n = 2 * 3 * radix;
+            std::vector<Quad> source = randomSource(2 * radix * lanes);
+            const std::vector<Quad> parts = source;
+            for (const long group : levelGroups(radix, s))
+                for (const Quad value : {cosine({group, 2 * n}), sine({group, 2 * n})})
+                    source.insert(source.end(), lanes, value);
+            std::vector<Quad> expected(parts.size(), 0);
+            for (int l = 0; l < radix; ++l)
+                for (int p = 0; p < radix; ++p) {
+                    // pi p (2s+1) / n and 2 pi p l / radix
+                    const Turn angle(static_cast<long>(p) * (2 * s + 1 + 2 * l * (n / radix)), 2 * n);
+                    const Quad c = cosine(angle), d = sine(angle), sign = l < radix / 2 ? 1 : -1;
+                    for (int lane = 0; lane < lanes; ++lane) {
+                        const Quad re = parts[2 * p * lanes + lane], im = parts[(2 * p + 1) * lanes + lane];
+                        expected[2 * l * lanes + lane] += c * re - d * im;
+                        expected[(2 * l + 1) * lanes + lane] += sign * (d * re + c * im);
+                    }
+                }
+            const auto result = run(combiningStage(radix, element, sse3), source, parts.size());
+            EXPECT_LT(largestDifference(result, expected), exactness) << radix;
+        }
+    });
+}
+
+TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
+    forEachElement([](Element element, int lanes) {
+        for (int radix = lanes; radix <= 32; radix *= 2) {
+            const int n = 2 * radix * 2 * lanes; // s = 0 .. 2 lanes - 1, of which the first block
+            std::vector<Quad> source = randomSource(2 * radix * lanes);
+            const std::vector<Quad> rows = source;
+            const auto theta = [&](int s, int c) {
+                return Turn(static_cast<long>(2 * s + 1) * (2 * c + 1), 8 * n);
+            };
+            for (int row = 0; row < radix; ++row)
+                for (const bool isSine : {false, true})
+                    for (int s = 0; s < lanes; ++s) {
+                        const Turn angle = theta(s, outputTableColumn(radix, row));
+                        source.push_back(isSine ? sine(angle) : cosine(angle));
+                    }
+            std::vector<Quad> expected(rows.size(), 0);
+            for (int s = 0; s < lanes; ++s)
+                for (int l = 0; l < radix; ++l)
+                    for (int c = 0; c < radix; ++c) {
+                        const Quad e = rows[s * 2 * radix + c], o = rows[s * 2 * radix + radix + c];
+                        const auto realPart = [&](long position) {
+                            const Turn angle = theta(s, c) + Turn((2 * c + 1) * position, 4 * radix);
+                            return e * cosine(angle) - o * sine(angle);
+                        };
+                        expected[l * lanes + s] += realPart(l);
+                        expected[(radix + l) * lanes + lanes - 1 - s] += realPart(-l - 1);
+                    }
+            const auto result = run(outputStage(radix, element, sse3), source, rows.size());
+            EXPECT_LT(largestDifference(result, expected), exactness) << radix;
+        }
+    });
+}
+
+// All kernels of a family together.
+TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
+    forEachElement([](Element element, int lanes) {
+        int sums = 0, products = 0;
+        const auto add = [&](const Graph &graph) {
+            const Counts counts = count(lowered(graph));
+            sums += counts.sums();
+            products += counts.multiplications;
+        };
+        const auto expectAtMost = [&](int mostSums, int mostProducts, const char *what) {
+            EXPECT_LE(sums, mostSums) << what;
+            EXPECT_LE(products, mostProducts) << what;
+            sums = products = 0;
+        };
+        for (const int length : {2, 4, 8, 16, 32})
+            add(directDct4(length, element));
+        expectAtMost(350, 244, "direct");
+        for (int n = 2; n <= 64; n *= 2)
+            add(inputStage(n, element, sse3));
+        expectAtMost(731, 366, "input");
+        for (int radix = 2; radix <= 32; radix *= 2)
+            add(combiningStage(radix, element, sse3));
+        expectAtMost(710, 368, "combining");
+        for (int radix = lanes; radix <= 32; radix *= 2)
+            add(outputStage(radix, element, sse3));
+        expectAtMost(868, 642, "output");
+    });
+}
+
+} // namespace
+
+} // namespace zrfgen::gen
