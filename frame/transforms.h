@@ -1,7 +1,8 @@
 /* zrfgen: small, fixed-size signal transforms for x86.
  *
  * One call, two arrays: no plan, no set-up, no state. Any function may be called from any thread as soon as
- * the library is loaded; calls share nothing but read-only constants.
+ * the library is loaded; calls share nothing but read-only constants. The DCT-IV alone, which is not bound to
+ * fixed lengths, works from a plan that the caller owns.
  */
 #ifndef ZRFGEN_TRANSFORMS_H
 #define ZRFGEN_TRANSFORMS_H
@@ -166,8 +167,41 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
                                      uint8_t *buffer);                                                       \
     Status ZRF_CALL zrfgWHTGetBufferSize_##suffix(int32_t order, int32_t *size);
 
-/* Not built yet. */
-#define ZRF_DCT4_FAMILY(suffix, Element)
+/* A plan of the DCT-IV: made once for a length and an element type. It lies in one block of memory, points
+ * into itself, and so cannot be copied or moved. */
+typedef struct Dct4Plan Dct4Plan;
+
+/* DCT-IV: plans for
+ *
+ *   dst[k] = sum over j of src[j] cos(pi (2j+1) (2k+1) / (4N)), k = 0..N-1
+ *
+ * The transform itself is not built yet. The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25
+ * (Float64). 2^k + 1 is accepted as well, from 33 (Float32) or 9 (Float64) up to one above the longest power
+ * of two, but a plan of such a length does not compute the sum above.
+ *
+ * zrfgDCT4GetSize_<suffix>(length, sizeOut)
+ *     Stores into *sizeOut the bytes that a plan takes. The count wraps around in 32 bits: for 2^30, for
+ *     Float64 also 2^29, and for one above these it comes out positive and far too small, and no plan can be
+ *     made. Returns, tested in this order: zrfStatusNullPointer if sizeOut is null, zrfStatusSizeError if
+ *     length is refused, else zrfStatusOk.
+ * zrfgDCT4Init_<suffix>(planOut, length, memory)
+ *     Lays a plan into the block at memory, of as many bytes as the size query reports, at any byte address,
+ *     and stores its handle into *planOut. The block stays the caller's to release, so such a plan must not
+ *     be given to zrfgDCT4Free. Returns zrfStatusNullPointer if planOut or memory is null, zrfStatusSizeError
+ *     if length is refused, else zrfStatusOk.
+ * zrfgDCT4InitAlloc_<suffix>(planOut, length)
+ *     The same in a block from zrfMalloc. Returns zrfStatusNullPointer if planOut is null, zrfStatusSizeError
+ *     if length is refused, zrfStatusNullPointer if memory is exhausted, else zrfStatusOk.
+ * zrfgDCT4Free_<suffix>(plan)
+ *     Releases a plan of zrfgDCT4InitAlloc of the same element type. Returns zrfStatusNullPointer if plan is
+ *     null, else zrfStatusOk.
+ *
+ * A refused call leaves *sizeOut, *planOut and the block as they were. */
+#define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \
+    Status ZRF_CALL zrfgDCT4GetSize_##suffix(int32_t length, int32_t *sizeOut);                              \
+    Status ZRF_CALL zrfgDCT4Init_##suffix(Dct4Plan **planOut, int32_t length, void *memory);                 \
+    Status ZRF_CALL zrfgDCT4InitAlloc_##suffix(Dct4Plan **planOut, int32_t length);                          \
+    Status ZRF_CALL zrfgDCT4Free_##suffix(Dct4Plan *plan);
 
 /* Identifies the library. The record and its texts are constant and live as long as the library is loaded. */
 typedef struct LibraryVersion {

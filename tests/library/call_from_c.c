@@ -14,6 +14,7 @@ int callFromC(void) {
     Complex32 output32[2];
     Complex64 output64[2];
     Float32 spectrum32[4];
+    Dct4Plan *plan;
 
     if (transform(input32, output32, zrfScaleNone) != zrfStatusOk || output32[0].re != 4 ||
         output32[1].im != -3)
@@ -24,5 +25,7 @@ int callFromC(void) {
         return 3;
     if (zrfgDFTFwd_RToCCS_2_32f(real32, spectrum32, zrfScaleNone) != zrfStatusOk || spectrum32[2] != -2)
         return 4;
-    return version == 0 ? 5 : 0;
+    if (zrfgDCT4InitAlloc_64f(&plan, 64) != zrfStatusOk || zrfgDCT4Free_64f(plan) != zrfStatusOk)
+        return 5;
+    return version == 0 ? 6 : 0;
 }

@@ -110,4 +110,29 @@ TEST(CallingConvention, KeepsTheCallersStateInTheVersionQuery) {
         EXPECT_NE(callAndCheck(query, {}, stackShift), 0u);
 }
 
+TEST(CallingConvention, KeepsTheCallersStateInPlanning) {
+    for (const std::string suffix : {"_32f", "_64f"})
+        for (const Word stackShift : {0, 4, 8, 12}) {
+            const auto check = [&](const std::string &name, const std::vector<Word> &arguments,
+                                   Status expected) {
+                SCOPED_TRACE(name);
+                const Word function = reinterpret_cast<Word>(exportAddress("zrfgDCT4" + name + suffix));
+                EXPECT_EQ(static_cast<Status>(callAndCheck(function, arguments, stackShift)), expected);
+            };
+            const Word length = 4096;
+            int32_t size = 0;
+            Dct4Plan *plan = nullptr;
+            const Word sizeOut = reinterpret_cast<Word>(&size), planOut = reinterpret_cast<Word>(&plan);
+            check("GetSize", {length, sizeOut}, zrfStatusOk);
+            check("GetSize", {48, sizeOut}, zrfStatusSizeError);
+            std::vector<unsigned char> block(static_cast<std::size_t>(size));
+            check("Init", {planOut, length, reinterpret_cast<Word>(block.data())}, zrfStatusOk);
+            check("Init", {planOut, length, 0}, zrfStatusNullPointer);
+            check("InitAlloc", {planOut, 48}, zrfStatusSizeError);
+            check("InitAlloc", {planOut, length}, zrfStatusOk);
+            check("Free", {reinterpret_cast<Word>(plan)}, zrfStatusOk);
+            check("Free", {0}, zrfStatusNullPointer);
+        }
+}
+
 } // namespace

@@ -1,0 +1,78 @@
+#include "twiddles.h"
+
+#include "output_table.h"
+#include "sin_pi.h"
+
+namespace zrfgen {
+
+template <class Element> Element twiddle(const TwiddleSource *source, std::int32_t row, std::int32_t column) {
+    const std::int32_t index = source->rowPitch2 * row + column, pair = index / 2;
+    const std::int32_t q = pair / source->radix, c = pair % source->radix;
+    const std::int32_t numerator = (4 * q + 2) * (2 * c + 1);
+    const Element x = static_cast<Element>(numerator) / static_cast<Element>(source->denominator);
+    return index % 2 == 0 ? cosPi(x) : sinPi(x);
+}
+
+template <class Element> Element blockedTwiddle(const BlockedTwiddleView *view, std::int32_t block,
+                                                std::int32_t lane, std::int32_t column) {
+    return twiddle<Element>(view->source, block * laneCount<Element> + lane, column);
+}
+
+template <class Element> Element splitAngle(const SplitAngleSource *source, std::int32_t index) {
+    return (static_cast<Element>(index) + static_cast<Element>(0.5)) /
+           static_cast<Element>(source->transformLength / source->radix);
+}
+
+template <class Element> void fillOutputTable(const OutputKernelNode *kernel) {
+    Element *next = static_cast<Element *>(static_cast<void *>(kernel->table));
+    for (std::int32_t block = 0; block < kernel->blocks; ++block)
+        for (std::int32_t row = 0; row < kernel->radix; ++row)
+            for (std::int32_t part = 0; part < 2; ++part)
+                for (std::int32_t lane = 0; lane < laneCount<Element>; ++lane)
+                    *next++ = blockedTwiddle<Element>(kernel->view, block, lane,
+                                                      2 * outputTableColumn(kernel->radix, row) + part);
+}
+
+namespace {
+
+// Appends groups for v = 1..factors, times `scale`, at u = 0..turns-1.
+template <class Element> Element *fillSection(Element *next, const SplitCombineNode *combine,
+                                              std::int32_t turns, std::int32_t factors, std::int32_t scale) {
+    const SplitAngleSource *angles = combine->angles;
+    for (std::int32_t s = 0; s < combine->halfLength; ++s)
+        for (std::int32_t u = 0; u < turns; ++u)
+            for (std::int32_t v = 1; v <= factors; ++v) {
+                // (2i + 1) / n is the angle by r2 / 2; all of it is exact.
+                Element x = splitAngle<Element>(angles, s + combine->leafLength * u) *
+                            static_cast<Element>(2 * scale * v) / static_cast<Element>(combine->radix);
+                if (x > 1)
+                    x -= 2;
+                const Element cosine = cosPi(x), sine = sinPi(x);
+                for (std::int32_t lane = 0; lane < laneCount<Element>; ++lane) {
+                    next[lane] = cosine;
+                    next[laneCount<Element> + lane] = sine;
+                }
+                next += 2 * laneCount<Element>;
+            }
+    return next;
+}
+
+} // namespace
+
+template <class Element> void fillLevelTable(const SplitCombineNode *combine) {
+    Element *table = static_cast<Element *>(static_cast<void *>(combine->table));
+    const std::int32_t radix = combine->radix;
+    if (radix <= 8) {
+        fillSection(table, combine, 1, radix - 1, 1);
+    } else {
+        Element *second = fillSection(table, combine, radix / 4, 3, 1);
+        fillSection(second, combine, 1, radix / 4 - 1, 4);
+    }
+}
+
+template void fillOutputTable<Float32>(const OutputKernelNode *kernel);
+template void fillOutputTable<Float64>(const OutputKernelNode *kernel);
+template void fillLevelTable<Float32>(const SplitCombineNode *combine);
+template void fillLevelTable<Float64>(const SplitCombineNode *combine);
+
+} // namespace zrfgen

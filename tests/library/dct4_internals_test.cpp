@@ -1,0 +1,366 @@
+// The inside of a plan of the DCT-IV: arena, lists, records and tables. Compiles the sources of dct4/.
+#include "list.h"
+#include "plan.h"
+#include "release.h"
+#include "size.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <limits>
+#include <map>
+#include <numbers>
+#include <vector>
+
+namespace zrfgen {
+namespace {
+
+std::ptrdiff_t distance(const void *from, const void *to) {
+    return static_cast<const unsigned char *>(to) - static_cast<const unsigned char *>(from);
+}
+
+TEST(Dct4Arena, ChargesWholeUnits) {
+    EXPECT_EQ(planAlign32(0), 0);
+    EXPECT_EQ(planAlign32(1), 32);
+    EXPECT_EQ(planAlign32(32), 32);
+    EXPECT_EQ(planAlign32(33), 64);
+    EXPECT_EQ(planAlign32(INT32_MAX), INT32_MIN);
+    EXPECT_EQ(planCellBytes(0), 0);
+    EXPECT_EQ(planCellBytes(3), 96);
+}
+
+TEST(Dct4Arena, PlacesRecordsOnBoundariesInAnyBlock) {
+    alignas(64) unsigned char memory[512];
+    for (std::ptrdiff_t offset = 0; offset < 64; ++offset) {
+        SCOPED_TRACE(offset);
+        unsigned char *block = memory + offset;
+        std::memset(memory, 0x5a, sizeof memory);
+        PlanArena *arena = arenaInit(block);
+        EXPECT_EQ(distance(block, arena), 0);
+        void *first = arenaTake(arena, 44);
+        EXPECT_EQ(distance(block, first), 64 - offset % 32);
+        EXPECT_EQ(distance(first, arenaTake(arena, 32)), 64);
+        EXPECT_EQ(distance(first, arenaTake(arena, 0)), 96);
+        EXPECT_EQ(arenaGiveBack(arena, nullptr, 33), 64);
+        EXPECT_EQ(arenaGiveBack(arena, first, 0), 0);
+        EXPECT_EQ(distance(first, arenaTake(arena, 1)), 32);
+        for (unsigned char *byte = memory; byte != memory + sizeof memory; ++byte)
+            ASSERT_TRUE((byte >= block && byte < block + 4) || *byte == 0x5a) << distance(block, byte);
+    }
+}
+
+TEST(Dct4Arena, ReferencesReachBothWays) {
+    struct {
+        Ref<int> before;
+        int target;
+        Ref<int> behind;
+    } block;
+    block.before = &block.target;
+    block.behind = block.before;
+    EXPECT_EQ(block.before, &block.target);
+    EXPECT_EQ(block.behind, &block.target);
+    block.before = nullptr;
+    EXPECT_EQ(block.before, nullptr);
+    EXPECT_EQ(block.behind, &block.target);
+    EXPECT_EQ(sizeof(Ref<int>), 4u);
+}
+
+class Dct4List : public testing::Test {
+protected:
+    // How far the cursor has moved.
+    std::ptrdiff_t taken() { return distance(head, arenaTake(arena, 0)); }
+
+    alignas(32) unsigned char memory[512];
+    PlanArena *arena = arenaInit(memory + 7);
+    ListCell *head = listCreate(arena);
+    NodeHeader values[3]; // in reach of references
+};
+
+TEST_F(Dct4List, StartsAsAFreeHead) {
+    EXPECT_EQ(taken(), 32);
+    std::memset(static_cast<void *>(head), 0xff, sizeof *head);
+    EXPECT_EQ(listInit(head, arena), head);
+    EXPECT_EQ(head->value, nullptr);
+    EXPECT_EQ(head->next, nullptr);
+    EXPECT_EQ(head->arena, arena);
+    EXPECT_EQ(listNth(head, 0), nullptr);
+}
+
+TEST_F(Dct4List, TakesACellForTheSecondValue) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(listAppend(head, &values[i]), &values[i]);
+        EXPECT_EQ(taken(), 32 + 32 * i);
+        for (int index = -2; index < 5; ++index)
+            EXPECT_EQ(listNth(head, index), index < 0 || index > i ? nullptr : &values[index]);
+    }
+    EXPECT_EQ(head->next->arena, arena);
+    listReleaseCells(head);
+    EXPECT_EQ(taken(), 32);
+    EXPECT_EQ(head->value, &values[0]);
+}
+
+// Of values, a whole plan shows it.
+TEST_F(Dct4List, DestroysNothingInAnEmptyList) {
+    listDestroyValues(nullptr);
+    listDestroyValues(head);
+    EXPECT_EQ(taken(), 32);
+}
+
+TEST(Dct4Radix, IsTheLargestThatTheValueAllows) {
+    constexpr std::int32_t rows[][2] = {
+        {512, 32}, {528, 16}, {520, 8}, {516, 4}, {514, 2}, {600, 8}, {1 << 30, 32}, {511, 0}, {513, 0},
+        {496, 16}, {128, 16}, {136, 8}, {130, 2}, {96, 8},  {32, 8},  {36, 4},       {34, 2},  {33, 0},
+        {31, 0},   {24, 4},   {16, 4},  {18, 2},  {8, 2},   {12, 2},  {4, 2},        {5, 0},   {3, 0},
+        {2, 0},    {1, 0},    {0, 0},   {-1, 0},  {-64, 0}, {-2, 0},  {INT32_MIN, 0}};
+    for (const auto &[value, radix] : rows) {
+        std::int32_t chosen = 77;
+        EXPECT_EQ(choosePlanRadix(&chosen, value), radix == 0 ? zrfStatusSizeError : zrfStatusOk) << value;
+        EXPECT_EQ(chosen, radix == 0 ? 77 : radix) << value;
+    }
+}
+
+// A length and how it is split.
+struct Split {
+    std::int32_t length, radix, halfLength, inputLength;
+    std::vector<std::int32_t> levelRadixes;
+};
+
+const std::vector<Split> bothSplits = {{33, 4, 4, 8, {}},
+                                       {64, 8, 4, 8, {}},
+                                       {65, 8, 4, 8, {}},
+                                       {128, 8, 8, 16, {}},
+                                       {256, 16, 8, 16, {}},
+                                       {1024, 32, 16, 32, {}},
+                                       {2048, 32, 32, 64, {}},
+                                       {4096, 32, 64, 128, {8}},
+                                       {4097, 32, 64, 128, {8}},
+                                       {16384, 32, 256, 512, {16}},
+                                       {65536, 32, 1024, 2048, {32}},
+                                       {131072, 32, 2048, 4096, {32, 8}}};
+const std::vector<Split> doubleSplits = {{9, 2, 2, 4, {}}, {17, 2, 4, 8, {}}};
+
+std::int32_t logarithm(std::int32_t power) {
+    return std::bit_width(static_cast<std::uint32_t>(power)) - 1;
+}
+
+std::int32_t kindOf(std::int32_t power) {
+    return std::min(logarithm(power), 7);
+}
+
+std::ptrdiff_t roundedUp(std::ptrdiff_t bytes) {
+    return (bytes + 31) / 32 * 32;
+}
+
+template <class Element> class Dct4Records : public testing::Test {
+protected:
+    static constexpr std::int32_t lanes = sizeof(Element) == 4 ? 4 : 2;
+
+    static std::vector<Split> splits() {
+        std::vector<Split> all = bothSplits;
+        if (lanes == 2)
+            all.insert(all.end(), doubleSplits.begin(), doubleSplits.end());
+        return all;
+    }
+
+    Dct4Plan *build(std::int32_t length) {
+        const auto size = static_cast<std::size_t>(planBytes<Element>(length));
+        memory.assign(size + 32, 0x77);
+        block = memory.data() + 32 - reinterpret_cast<std::uintptr_t>(memory.data()) % 32;
+        return buildPlan<Element>(block, length);
+    }
+
+    // How much of the block is in use.
+    std::ptrdiff_t used() const {
+        return distance(block, arenaTake(reinterpret_cast<PlanArena *>(block), 0));
+    }
+
+    // The record is charged these bytes, and its words from `first` on are these.
+    template <class Record> void expectRecord(const Record *record, std::int32_t bytes, std::size_t first,
+                                              const std::vector<std::int32_t> &expected) const {
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(record) % 32, 0u);
+        EXPECT_EQ(record->header.destroy, Record::type);
+        EXPECT_EQ(record->header.recordBytes, bytes);
+        EXPECT_EQ(record->header.build, Record::type);
+        EXPECT_EQ(distance(block, static_cast<PlanArena *>(record->header.arena)), 0);
+        std::vector<std::int32_t> words(expected.size());
+        std::memcpy(words.data(), reinterpret_cast<const std::int32_t *>(record) + first, 4 * words.size());
+        EXPECT_EQ(words, expected);
+    }
+
+    // The list holds the records, in this order and alone.
+    static void expectList(const ListCell *head, const std::vector<const void *> &records) {
+        ASSERT_NE(head, nullptr);
+        for (std::size_t i = 0; i <= records.size(); ++i)
+            EXPECT_EQ(listNth(head, static_cast<std::int32_t>(i)), i < records.size() ? records[i] : nullptr);
+    }
+
+    // The table holds these angles, in units of pi: of each group, the cosines of all lanes, then the sines.
+    static void expectTable(const void *table, const std::vector<long double> &angles) {
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table) % 32, 0u);
+        const auto *value = static_cast<const Element *>(table);
+        for (std::size_t group = 0; group < angles.size(); group += lanes)
+            for (const auto function : {cosl, sinl})
+                for (std::size_t lane = 0; lane < lanes; ++lane) {
+                    const long double exact =
+                        function(std::numbers::pi_v<long double> * angles[group + lane]);
+                    const long double rounding = std::numeric_limits<Element>::epsilon() / 2 * 1.000001L;
+                    ASSERT_NEAR(*value++, exact, rounding * std::fabs(exact) + 1e-15L) << group;
+                }
+    }
+
+    static std::vector<long double> outputAngles(const Split &split) {
+        static const std::map<std::int32_t, std::vector<std::int32_t>> columns = {
+            {2, {0, 1}},
+            {4, {0, 3, 1, 2}},
+            {8, {0, 7, 1, 6, 2, 5, 3, 4}},
+            {16, {0, 15, 1, 14, 2, 13, 3, 12, 4, 11, 5, 10, 6, 9, 7, 8}},
+            {32, {0, 31, 16, 15, 4, 27, 20, 11, 8, 23, 24, 7, 12, 19, 28, 3,
+                  1, 30, 17, 14, 5, 26, 21, 10, 9, 22, 25, 6, 13, 18, 29, 2}}};
+        std::vector<long double> angles;
+        for (std::int32_t firstRow = 0; firstRow < split.halfLength; firstRow += lanes)
+            for (const std::int32_t c : columns.at(split.radix))
+                for (std::int32_t q = firstRow; q < firstRow + lanes; ++q)
+                    // The quotient has the element's precision; for powers of two it is exact.
+                    angles.push_back(static_cast<Element>((2 * q + 1) * (2 * c + 1)) /
+                                     static_cast<Element>(4 * split.length));
+        return angles;
+    }
+
+    static std::vector<long double> levelAngles(std::int32_t length, std::int32_t radix) {
+        std::vector<long double> angles;
+        const std::int32_t halfLength = length / (2 * radix);
+        const auto addSection = [&](std::int32_t turns, std::int32_t factors, std::int32_t scale) {
+            for (std::int32_t s = 0; s < halfLength; ++s)
+                for (std::int32_t u = 0; u < turns; ++u)
+                    for (std::int32_t v = 1; v <= factors; ++v)
+                        angles.insert(angles.end(), lanes,
+                                      scale * (2 * s + 1 + 4 * halfLength * u) * v /
+                                          static_cast<long double>(length));
+        };
+        if (radix == 8)
+            addSection(1, 7, 1);
+        else
+            addSection(radix == 16 ? 4 : 8, 3, 1), addSection(1, radix == 16 ? 3 : 7, 4);
+        return angles;
+    }
+
+    std::vector<unsigned char> memory;
+    unsigned char *block = nullptr;
+};
+
+template <class Record> Record *nth(const ListCell *head, std::int32_t index) {
+    return recordCast<Record>(listNth(head, index));
+}
+
+using Elements = testing::Types<Float32, Float64>;
+TYPED_TEST_SUITE(Dct4Records, Elements);
+
+TYPED_TEST(Dct4Records, DirectPlansHaveARootAlone) {
+    for (std::int32_t kind = 1; kind <= 5; ++kind) {
+        const Dct4Plan *root = this->build(1 << kind);
+        this->expectRecord(root, 44, 8, {kind, 0, 1 << kind});
+        for (const PlanList *list : {&root->ownedNodes, &root->outputStages, &root->inputStages})
+            this->expectList(*list, {});
+        EXPECT_EQ(root->work, nullptr);
+        EXPECT_EQ(this->used(), 224);
+    }
+}
+
+TYPED_TEST(Dct4Records, TwoStagePlansHoldTheirRecordsAndTables) {
+    for (const Split &split : this->splits()) {
+        SCOPED_TRACE(split.length);
+        const auto &[N, r, M, n, levelRadixes] = split;
+        const std::int32_t lanes = this->lanes;
+        const std::ptrdiff_t workBytes = roundedUp(N * static_cast<std::ptrdiff_t>(sizeof(TypeParam)));
+        const Dct4Plan *root = this->build(N);
+        this->expectRecord(root, 44, 8, {6, r, N});
+        EXPECT_EQ(distance(this->block, static_cast<void *>(root->work)) + workBytes, this->used());
+        const auto *source = nth<TwiddleSource>(root->ownedNodes, 0);
+        const auto *output = nth<OutputStageNode>(root->ownedNodes, 1);
+        const auto *input = nth<InputStageNode>(root->ownedNodes, 2);
+        this->expectList(root->ownedNodes, {source, output, input});
+        this->expectList(root->outputStages, {output});
+        this->expectList(root->inputStages, {input});
+        this->expectRecord(source, 36, 4, {2 * r, 8 * N, M, r, 2 * r});
+
+        this->expectRecord(output, 64, 6, {0, 1, r, N, 2 * r, M, N, 2 * N - 1, n});
+        EXPECT_EQ(output->source, source);
+        const auto *view = nth<BlockedTwiddleView>(output->children, 0);
+        const auto *outputKernel = nth<OutputKernelNode>(output->children, 1);
+        this->expectList(output->children, {view, outputKernel});
+        this->expectList(output->stages, {outputKernel});
+        this->expectRecord(view, 28, 4, {2 * r, M / lanes});
+        EXPECT_EQ(view->source, source);
+        this->expectRecord(outputKernel, 64, 6,
+                           {logarithm(r) + 1, r, N, 2 * r, lanes * 2 * r, M / lanes, N, 2 * N - 1, n});
+        this->expectList(outputKernel->children, {});
+        EXPECT_EQ(outputKernel->view, view);
+        this->expectTable(outputKernel->table, this->outputAngles(split));
+
+        this->expectRecord(input, 60, 6, {0, 1, n, N, 2 * N - 1, 2 * r, r, N, r});
+        const auto *inputKernel = nth<InputKernelNode>(input->children, 0);
+        this->expectList(input->children, {inputKernel});
+        this->expectList(input->stages, {inputKernel});
+        this->expectRecord(inputKernel, 60, 6, {0, kindOf(n), n, N, 2 * N - 1, 2 * r, r / lanes, N, r});
+
+        const ListCell *children = inputKernel->children, *stages = inputKernel->stages;
+        const void *outerWork = root->work;
+        std::int32_t length = n, inputStride = 2 * r, outputStride = r;
+        for (const std::int32_t r2 : levelRadixes) {
+            const std::int32_t leafLength = length / r2;
+            const auto *level = nth<RecursiveSplitNode>(children, 0);
+            this->expectList(children, {level});
+            this->expectList(stages, {level});
+            this->expectRecord(level, 64, 8, {1, length, r2, N, N, inputStride, N, outputStride});
+            EXPECT_EQ(distance(static_cast<void *>(level->work), outerWork), workBytes);
+            outerWork = level->work;
+            const auto *angles = nth<SplitAngleSource>(level->children, 0);
+            const auto *combine = nth<SplitCombineNode>(level->children, 1);
+            const auto *leaf = nth<SplitLeafNode>(level->children, 2);
+            this->expectList(level->children, {angles, combine, leaf});
+            this->expectList(level->combine, {combine});
+            this->expectList(level->leaf, {leaf});
+            this->expectRecord(angles, 24, 4, {length, r2});
+            this->expectRecord(combine, 72, 6,
+                               {logarithm(r2), r2, N, outputStride, 2 * r2 * outputStride, leafLength / 2, N,
+                                length / 2, length - 1, outputStride, leafLength});
+            this->expectList(combine->children, {});
+            EXPECT_EQ(combine->angles, angles);
+            this->expectTable(combine->table, this->levelAngles(length, r2));
+            this->expectRecord(leaf, 68, 6,
+                               {0, kindOf(leafLength), leafLength, N, N, r2 * inputStride, inputStride, r2, N,
+                                r2 * outputStride, outputStride});
+            children = leaf->children;
+            stages = leaf->stages;
+            length = leafLength;
+            inputStride *= r2;
+            outputStride *= r2;
+        }
+        this->expectList(children, {});
+        this->expectList(stages, {});
+    }
+}
+
+TEST(Dct4Plans, UseLessThanReported) {
+    alignas(32) unsigned char memory[1632];
+    buildPlan<Float32>(memory, 64);
+    EXPECT_EQ(distance(memory, arenaTake(reinterpret_cast<PlanArena *>(memory), 0)), 1408);
+}
+
+// All but half of each level's work in Float64, which is given back as if it were Float32.
+TYPED_TEST(Dct4Records, ReleaseGivesBackWhatWasTaken) {
+    for (const Split &split : this->splits()) {
+        releasePlan<TypeParam>(this->build(split.length));
+        const std::ptrdiff_t length = split.length, levels = std::ssize(split.levelRadixes);
+        const std::ptrdiff_t elementBytes = sizeof(TypeParam);
+        EXPECT_EQ(this->used(), 64 + levels * (roundedUp(length * elementBytes) - roundedUp(length * 4)))
+            << length;
+    }
+    releasePlan<TypeParam>(this->build(32));
+    EXPECT_EQ(this->used(), 64);
+}
+
+} // namespace
+} // namespace zrfgen
