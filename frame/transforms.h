@@ -175,7 +175,7 @@ typedef struct Dct4Plan Dct4Plan;
  *
  *   dst[k] = sum over j of src[j] cos(pi (2j+1) (2k+1) / (4N)), k = 0..N-1
  *
- * The transform itself is not built yet. The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25
+ * The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25
  * (Float64). 2^k + 1 is accepted as well, from 33 (Float32) or 9 (Float64) up to one above the longest power
  * of two, but a plan of such a length does not compute the sum above.
  *
@@ -196,11 +196,19 @@ typedef struct Dct4Plan Dct4Plan;
  *     Releases a plan of zrfgDCT4InitAlloc of the same element type. Returns zrfStatusNullPointer if plan is
  *     null, else zrfStatusOk.
  *
- * A refused call leaves *sizeOut, *planOut and the block as they were. */
+ * zrfgDCT4_<suffix>(source, destination, plan)
+ *     Transforms N elements with a plan of the same element type, by the sum above: twice gives N/2 times the
+ *     input. The arrays may be the same or two that do not overlap, at any address that suits the element
+ *     type. A plan for 64 or more elements has a work table that every call writes, so no two calls may use
+ *     it at a time. Returns zrfStatusNullPointer if an argument is null, zrfStatusPlanError if the plan is
+ *     none, else zrfStatusOk.
+ *
+ * A refused call leaves *sizeOut, *planOut, the block and *destination as they were. */
 #define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \
     Status ZRF_CALL zrfgDCT4GetSize_##suffix(int32_t length, int32_t *sizeOut);                              \
     Status ZRF_CALL zrfgDCT4Init_##suffix(Dct4Plan **planOut, int32_t length, void *memory);                 \
     Status ZRF_CALL zrfgDCT4InitAlloc_##suffix(Dct4Plan **planOut, int32_t length);                          \
+    Status ZRF_CALL zrfgDCT4_##suffix(const Element *source, Element *destination, const Dct4Plan *plan);    \
     Status ZRF_CALL zrfgDCT4Free_##suffix(Dct4Plan *plan);
 
 /* Identifies the library. The record and its texts are constant and live as long as the library is loaded. */

@@ -92,9 +92,12 @@ private:
 // which the fewest values wait. A window of one is the order of the algebra itself.
 Schedule inOrderOfCreation(const Graph &graph, std::size_t window) {
     Placement placement(graph);
+    std::set<NodeId> stored; // in its place too, be it work or not
+    for (const Store &store : graph.stores())
+        stored.insert(store.value);
     std::vector<NodeId> work;
     for (const NodeId id : liveNodes(graph))
-        if (isWork(graph, id))
+        if (isWork(graph, id) || stored.contains(id))
             work.push_back(id);
     while (!work.empty()) {
         auto best = work.begin();

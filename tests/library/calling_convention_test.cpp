@@ -110,7 +110,7 @@ TEST(CallingConvention, KeepsTheCallersStateInTheVersionQuery) {
         EXPECT_NE(callAndCheck(query, {}, stackShift), 0u);
 }
 
-TEST(CallingConvention, KeepsTheCallersStateInPlanning) {
+TEST(CallingConvention, KeepsTheCallersStateInDct4) {
     for (const std::string suffix : {"_32f", "_64f"})
         for (const Word stackShift : {0, 4, 8, 12}) {
             const auto check = [&](const std::string &name, const std::vector<Word> &arguments,
@@ -130,6 +130,10 @@ TEST(CallingConvention, KeepsTheCallersStateInPlanning) {
             check("Init", {planOut, length, 0}, zrfStatusNullPointer);
             check("InitAlloc", {planOut, 48}, zrfStatusSizeError);
             check("InitAlloc", {planOut, length}, zrfStatusOk);
+            alignas(16) static unsigned char array[4096 * sizeof(Float64)];
+            const Word elements = reinterpret_cast<Word>(array);
+            check("", {elements, elements, reinterpret_cast<Word>(plan)}, zrfStatusOk);
+            check("", {elements, elements, 0}, zrfStatusNullPointer);
             check("Free", {reinterpret_cast<Word>(plan)}, zrfStatusOk);
             check("Free", {0}, zrfStatusNullPointer);
         }
