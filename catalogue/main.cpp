@@ -12,6 +12,7 @@ int main(int argc, char **argv) {
                       .otherExports = {"zrfgDCT4GetSize_32f", "zrfgDCT4GetSize_64f", "zrfgDCT4Init_32f",
                                        "zrfgDCT4Init_64f", "zrfgDCT4InitAlloc_32f", "zrfgDCT4InitAlloc_64f",
                                        "zrfgDCT4Free_32f", "zrfgDCT4Free_64f"}};
-    return runDriver({argv + 1, argv + argc}, {frame, complexDftFamily(), realDftFamily(), walshHadamardFamily(), dct4},
+    return runDriver({argv + 1, argv + argc},
+                     {frame, complexDftFamily(), realDftFamily(), walshHadamardFamily(), dct4},
                      exportNames());
 }
