@@ -29,8 +29,9 @@ public:
                    : static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(target) - origin());
         return *this;
     }
-    operator T *() const { return word == 0 ? nullptr : reinterpret_cast<T *>(origin() + word); }
-    T *operator->() const { return *this; }
+    T *get() const { return word == 0 ? nullptr : reinterpret_cast<T *>(origin() + word); }
+    operator T *() const { return get(); }
+    T *operator->() const { return get(); }
 
 private:
     std::intptr_t origin() const {

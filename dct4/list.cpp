@@ -31,7 +31,7 @@ NodeHeader *listNth(const ListCell *head, std::int32_t index) {
     const ListCell *cell = index < 0 ? nullptr : head;
     for (; cell && index > 0; --index)
         cell = cell->next;
-    return cell ? static_cast<NodeHeader *>(cell->value) : nullptr;
+    return cell ? cell->value.get() : nullptr;
 }
 
 void listReleaseCells(ListCell *head) {

@@ -16,46 +16,29 @@ void releaseOwned(ListCell *head) {
     releaseReferences(head);
 }
 
-template <class Stage> void destroyStage(Stage *stage, bool hasBuffer) {
-    if (hasBuffer)
-        arenaGiveBack(stage->header.arena, stage->stageBuffer, 0);
+// A stage or a kernel that refers to its children. There is no stage buffer to give back.
+template <class Stage> void destroyStage(Stage *stage) {
     releaseReferences(stage->stages);
     releaseOwned(stage->children);
 }
 
-void destroy(OutputStageNode *stage) {
-    destroyStage(stage, stage->ready == 1);
-}
-
-void destroy(InputStageNode *stage) {
-    destroyStage(stage, stage->ready == 1);
-}
-
-void destroy(OutputKernelNode *kernel) {
+void destroyOutputKernel(OutputKernelNode *kernel) {
     arenaGiveBack(kernel->header.arena, kernel->table, outputTableBytes(kernel->blocks, kernel->radix));
     releaseOwned(kernel->children);
 }
 
-void destroy(InputKernelNode *kernel) {
-    destroyStage(kernel, kernel->kind >= 1 && kernel->kind <= splitKind);
-}
-
-void destroy(RecursiveSplitNode *split) {
-    if (split->ready == 1)
-        arenaGiveBack(split->header.arena, split->work, split->length3 * 4);
+// Charges the work as Float32 in either element type: after a release, no one asks the cursor.
+void destroySplit(RecursiveSplitNode *split) {
+    arenaGiveBack(split->header.arena, split->work, split->length3 * 4);
     releaseReferences(split->combine);
     releaseReferences(split->leaf);
     releaseOwned(split->children);
 }
 
-void destroy(SplitCombineNode *combine) {
+void destroySplitCombine(SplitCombineNode *combine) {
     arenaGiveBack(combine->header.arena, combine->table,
                   levelTableBytes(combine->halfLength, combine->radix));
     releaseOwned(combine->children);
-}
-
-void destroy(SplitLeafNode *leaf) {
-    destroyStage(leaf, leaf->kind >= 1 && leaf->kind <= splitKind);
 }
 
 } // namespace
@@ -66,21 +49,21 @@ void destroyRecord(NodeHeader *record) {
     case RecordType::TwiddleSource:
     case RecordType::BlockedTwiddleView:
     case RecordType::SplitAngleSource:
-        break;
+        return;
     case RecordType::OutputStageNode:
-        return destroy(recordCast<OutputStageNode>(record));
+        return destroyStage(recordCast<OutputStageNode>(record));
     case RecordType::OutputKernelNode:
-        return destroy(recordCast<OutputKernelNode>(record));
+        return destroyOutputKernel(recordCast<OutputKernelNode>(record));
     case RecordType::InputStageNode:
-        return destroy(recordCast<InputStageNode>(record));
+        return destroyStage(recordCast<InputStageNode>(record));
     case RecordType::InputKernelNode:
-        return destroy(recordCast<InputKernelNode>(record));
+        return destroyStage(recordCast<InputKernelNode>(record));
     case RecordType::RecursiveSplitNode:
-        return destroy(recordCast<RecursiveSplitNode>(record));
+        return destroySplit(recordCast<RecursiveSplitNode>(record));
     case RecordType::SplitCombineNode:
-        return destroy(recordCast<SplitCombineNode>(record));
+        return destroySplitCombine(recordCast<SplitCombineNode>(record));
     case RecordType::SplitLeafNode:
-        return destroy(recordCast<SplitLeafNode>(record));
+        return destroyStage(recordCast<SplitLeafNode>(record));
     }
 }
 

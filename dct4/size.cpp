@@ -51,7 +51,7 @@ template <class Element> std::int32_t planBytes(std::int32_t length) {
     const Bytes outputPart = aligned(outputTableBytes(halfLength / lanes, radix)) + charge<OutputKernelNode> +
                              cells(1) + charge<OutputStageNode> + cells(4) + charge<BlockedTwiddleView> +
                              cells(1);
-    if (isNegative(outputPart))
+    if (isNegative(outputPart)) // else the whole sum of 2^28 or 2^29 would wrap around to a positive one
         return zrfStatusSizeError;
 
     const Bytes work =

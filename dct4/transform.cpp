@@ -62,7 +62,7 @@ template <class Element, int radix>
 Status runCombine(const SplitCombineNode *combine, const unsigned char *src, const Rows &rows) {
     constexpr int groupBytes = 32, groups = radix <= 8 ? radix - 1 : 3 * (radix / 4),
                   innerGroups = radix <= 8 ? 0 : radix / 4 - 1;
-    const auto *twiddles = static_cast<const unsigned char *>(static_cast<void *>(combine->table));
+    const auto *twiddles = static_cast<const unsigned char *>(combine->table.get());
     const unsigned char *innerTwiddles = twiddles + std::ptrdiff_t(groupBytes) * groups * combine->halfLength;
     const std::ptrdiff_t pair = 2 * rows.pitch, step = pair * combine->leafLength;
     unsigned char *lower = rows.begin(), *upper = lower + step - pair;
@@ -84,7 +84,7 @@ Status runLevel(const RecursiveSplitNode *level, const Points &points, const Row
         return zrfStatusPlanError;
     const auto *leaf = recordCast<SplitLeafNode>(listNth(level->leaf, 0));
     const auto *combine = recordCast<SplitCombineNode>(listNth(level->combine, 0));
-    auto *const work = static_cast<unsigned char *>(static_cast<void *>(level->work));
+    auto *const work = static_cast<unsigned char *>(level->work.get());
     for (std::int32_t p = 0; p < level->radix; ++p) {
         const Points subsequence{points.forward + p * points.pitch,
                                  points.backward + (level->radix - 1 - p) * points.pitch,
@@ -126,7 +126,7 @@ template <class Element, int radix>
 Status runOutputKernel(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
     constexpr std::ptrdiff_t vector = 16;
     const std::ptrdiff_t step = bytes<Element>(kernel->inputLength);
-    const auto *table = static_cast<const unsigned char *>(static_cast<void *>(kernel->table));
+    const auto *table = static_cast<const unsigned char *>(kernel->table.get());
     for (std::int32_t block = 0; block < kernel->blocks; ++block)
         Output<Element, radix>::run(work + block * bytes<Element>(kernel->blockPitch),
                                     table + block * 2 * vector * radix, dst + block * vector,
@@ -157,7 +157,7 @@ Status runOutputStage(const OutputKernelNode *kernel, const unsigned char *work,
 
 template <class Element>
 void runTwoStages(const Dct4Plan *plan, const unsigned char *src, unsigned char *dst) {
-    auto *const work = static_cast<unsigned char *>(static_cast<void *>(plan->work));
+    auto *const work = static_cast<unsigned char *>(plan->work.get());
     const auto *input = recordCast<InputStageNode>(listNth(plan->inputStages, 0));
     if (input->ready == 1)
         runInputStage<Element>(recordCast<InputKernelNode>(listNth(input->stages, 0)), src, work);

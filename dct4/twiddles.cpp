@@ -4,7 +4,9 @@
 #include "sin_pi.h"
 
 namespace zrfgen {
+namespace {
 
+// Even columns are the cosines and odd ones the sines of a pair.
 template <class Element> Element twiddle(const TwiddleSource *source, std::int32_t row, std::int32_t column) {
     const std::int32_t index = source->rowPitch2 * row + column, pair = index / 2;
     const std::int32_t q = pair / source->radix, c = pair % source->radix;
@@ -23,26 +25,14 @@ template <class Element> Element splitAngle(const SplitAngleSource *source, std:
            static_cast<Element>(source->transformLength / source->radix);
 }
 
-template <class Element> void fillOutputTable(const OutputKernelNode *kernel) {
-    Element *next = static_cast<Element *>(static_cast<void *>(kernel->table));
-    for (std::int32_t block = 0; block < kernel->blocks; ++block)
-        for (std::int32_t row = 0; row < kernel->radix; ++row)
-            for (std::int32_t part = 0; part < 2; ++part)
-                for (std::int32_t lane = 0; lane < laneCount<Element>; ++lane)
-                    *next++ = blockedTwiddle<Element>(kernel->view, block, lane,
-                                                      2 * outputTableColumn(kernel->radix, row) + part);
-}
-
-namespace {
-
 // Appends groups for v = 1..factors, times `scale`, at u = 0..turns-1.
-template <class Element> Element *fillSection(Element *next, const SplitCombineNode *combine,
-                                              std::int32_t turns, std::int32_t factors, std::int32_t scale) {
+template <class Element> Element *fillPass(Element *next, const SplitCombineNode *combine, std::int32_t turns,
+                                           std::int32_t factors, std::int32_t scale) {
     const SplitAngleSource *angles = combine->angles;
     for (std::int32_t s = 0; s < combine->halfLength; ++s)
         for (std::int32_t u = 0; u < turns; ++u)
             for (std::int32_t v = 1; v <= factors; ++v) {
-                // (2i + 1) / n is the angle by r2 / 2; all of it is exact.
+                // splitAngle is r2 / 2 times (2i + 1) / n. All of this is exact, as is taking a turn off.
                 Element x = splitAngle<Element>(angles, s + combine->leafLength * u) *
                             static_cast<Element>(2 * scale * v) / static_cast<Element>(combine->radix);
                 if (x > 1)
@@ -59,14 +49,24 @@ template <class Element> Element *fillSection(Element *next, const SplitCombineN
 
 } // namespace
 
+template <class Element> void fillOutputTable(const OutputKernelNode *kernel) {
+    Element *next = static_cast<Element *>(kernel->table.get());
+    for (std::int32_t block = 0; block < kernel->blocks; ++block)
+        for (std::int32_t row = 0; row < kernel->radix; ++row)
+            for (std::int32_t part = 0; part < 2; ++part)
+                for (std::int32_t lane = 0; lane < laneCount<Element>; ++lane)
+                    *next++ = blockedTwiddle<Element>(kernel->view, block, lane,
+                                                      2 * outputTableColumn(kernel->radix, row) + part);
+}
+
 template <class Element> void fillLevelTable(const SplitCombineNode *combine) {
-    Element *table = static_cast<Element *>(static_cast<void *>(combine->table));
+    Element *table = static_cast<Element *>(combine->table.get());
     const std::int32_t radix = combine->radix;
     if (radix <= 8) {
-        fillSection(table, combine, 1, radix - 1, 1);
+        fillPass(table, combine, 1, radix - 1, 1);
     } else {
-        Element *second = fillSection(table, combine, radix / 4, 3, 1);
-        fillSection(second, combine, 1, radix / 4 - 1, 4);
+        Element *second = fillPass(table, combine, radix / 4, 3, 1);
+        fillPass(second, combine, 1, radix / 4 - 1, 4);
     }
 }
 

@@ -183,7 +183,7 @@ protected:
         EXPECT_EQ(record->header.destroy, Record::type);
         EXPECT_EQ(record->header.recordBytes, bytes);
         EXPECT_EQ(record->header.build, Record::type);
-        EXPECT_EQ(distance(block, static_cast<PlanArena *>(record->header.arena)), 0);
+        EXPECT_EQ(distance(block, record->header.arena), 0);
         std::vector<std::int32_t> words(expected.size());
         std::memcpy(words.data(), reinterpret_cast<const std::int32_t *>(record) + first, 4 * words.size());
         EXPECT_EQ(words, expected);
@@ -231,7 +231,7 @@ protected:
     static std::vector<long double> levelAngles(std::int32_t length, std::int32_t radix) {
         std::vector<long double> angles;
         const std::int32_t halfLength = length / (2 * radix);
-        const auto addSection = [&](std::int32_t turns, std::int32_t factors, std::int32_t scale) {
+        const auto addPass = [&](std::int32_t turns, std::int32_t factors, std::int32_t scale) {
             for (std::int32_t s = 0; s < halfLength; ++s)
                 for (std::int32_t u = 0; u < turns; ++u)
                     for (std::int32_t v = 1; v <= factors; ++v)
@@ -240,9 +240,9 @@ protected:
                                           static_cast<long double>(length));
         };
         if (radix == 8)
-            addSection(1, 7, 1);
+            addPass(1, 7, 1);
         else
-            addSection(radix == 16 ? 4 : 8, 3, 1), addSection(1, radix == 16 ? 3 : 7, 4);
+            addPass(radix == 16 ? 4 : 8, 3, 1), addPass(1, radix == 16 ? 3 : 7, 4);
         return angles;
     }
 
@@ -276,7 +276,7 @@ TYPED_TEST(Dct4Records, TwoStagePlansHoldTheirRecordsAndTables) {
         const std::ptrdiff_t workBytes = roundedUp(N * static_cast<std::ptrdiff_t>(sizeof(TypeParam)));
         const Dct4Plan *root = this->build(N);
         this->expectRecord(root, 44, 8, {6, r, N});
-        EXPECT_EQ(distance(this->block, static_cast<void *>(root->work)) + workBytes, this->used());
+        EXPECT_EQ(distance(this->block, root->work) + workBytes, this->used());
         const auto *source = nth<TwiddleSource>(root->ownedNodes, 0);
         const auto *output = nth<OutputStageNode>(root->ownedNodes, 1);
         const auto *input = nth<InputStageNode>(root->ownedNodes, 2);
@@ -314,7 +314,7 @@ TYPED_TEST(Dct4Records, TwoStagePlansHoldTheirRecordsAndTables) {
             this->expectList(children, {level});
             this->expectList(stages, {level});
             this->expectRecord(level, 64, 8, {1, length, r2, N, N, inputStride, N, outputStride});
-            EXPECT_EQ(distance(static_cast<void *>(level->work), outerWork), workBytes);
+            EXPECT_EQ(distance(level->work, outerWork), workBytes);
             outerWork = level->work;
             const auto *angles = nth<SplitAngleSource>(level->children, 0);
             const auto *combine = nth<SplitCombineNode>(level->children, 1);

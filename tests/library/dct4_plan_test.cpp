@@ -70,9 +70,9 @@ void PrintTo(const Functions &functions, std::ostream *stream) {
     *stream << functions.suffix;
 }
 
-const Functions single = {
+const Functions float32 = {
     "32f", zrfgDCT4GetSize_32f, zrfgDCT4Init_32f, zrfgDCT4InitAlloc_32f, zrfgDCT4Free_32f, 1 << 26, 33};
-const Functions twice = {
+const Functions float64 = {
     "64f", zrfgDCT4GetSize_64f, zrfgDCT4Init_64f, zrfgDCT4InitAlloc_64f, zrfgDCT4Free_64f, 1 << 25, 9};
 
 // A block of exactly `size` bytes, `offset` bytes behind a 64-byte boundary, between guard bytes.
@@ -114,7 +114,7 @@ protected:
     Dct4Plan *plan = untouched;
 };
 
-INSTANTIATE_TEST_SUITE_P(Library, Dct4Plans, testing::Values(single, twice),
+INSTANTIATE_TEST_SUITE_P(Library, Dct4Plans, testing::Values(float32, float64),
                          testing::PrintToStringParamName());
 
 TEST(Dct4Sizes, AreThoseOfTheTable) {
@@ -131,13 +131,13 @@ TEST(Dct4Sizes, AreThoseOfTheTable) {
         1358957216, refused, refused,  refused,  268438880, 536874336};
     for (int exponent = 1; exponent <= 30; ++exponent) {
         const auto row = static_cast<std::size_t>(exponent - 1);
-        EXPECT_EQ(single.size(1 << exponent), singleBytes[row]) << exponent;
-        EXPECT_EQ(twice.size(1 << exponent), doubleBytes[row]) << exponent;
+        EXPECT_EQ(float32.size(1 << exponent), singleBytes[row]) << exponent;
+        EXPECT_EQ(float64.size(1 << exponent), doubleBytes[row]) << exponent;
     }
-    EXPECT_EQ(single.size(33), 1408);
-    EXPECT_EQ(twice.size(33), 1664);
-    EXPECT_EQ(twice.size(9), 1280);
-    EXPECT_EQ(twice.size(17), 1408);
+    EXPECT_EQ(float32.size(33), 1408);
+    EXPECT_EQ(float64.size(33), 1664);
+    EXPECT_EQ(float64.size(9), 1280);
+    EXPECT_EQ(float64.size(17), 1408);
 }
 
 TEST_P(Dct4Plans, AcceptPowersOfTwoAndSomeOneAbove) {
