@@ -5,17 +5,26 @@
 #include "size.h"
 #include "stage_kernels.h"
 
+#include <algorithm>
+
 namespace zrfgen {
 
 namespace {
 
-// The points of the columns in a vector, as Input has them.
+constexpr std::ptrdiff_t vectorBytes = 16;
+
+// Adjacent columns, whole vectors of them, go through a stage side by side: as many as share two lines of the
+// cache, so that lines are not fetched anew for each of their vectors.
+constexpr std::int32_t mostVectors = 8;
+
+// The points of the columns in the first vector, as Input has them.
 struct Points {
     const unsigned char *forward, *backward;
     std::ptrdiff_t pitch;
+    std::int32_t vectors;
 };
 
-// Rows of a table at the columns in a vector.
+// Rows of a table at the columns in the first vector.
 struct Rows {
     unsigned char *table;
     std::ptrdiff_t offset, pitch;
@@ -31,7 +40,9 @@ template <class Element>
 Status runLevel(const RecursiveSplitNode *level, const Points &points, const Rows &rows);
 
 template <class Element, int n> Status runInput(const Points &points, const Rows &rows) {
-    Input<Element, n>::run(points.forward, points.backward, points.pitch, rows.begin(), rows.pitch);
+    for (std::ptrdiff_t v = 0; v < points.vectors * vectorBytes; v += vectorBytes)
+        Input<Element, n>::run(points.forward + v, points.backward - v, points.pitch, rows.begin() + v,
+                               rows.pitch);
     return zrfStatusOk;
 }
 
@@ -58,8 +69,9 @@ Status runColumns(std::int32_t kind, const ListCell *levels, const Points &point
     }
 }
 
-template <class Element, int radix>
-Status runCombine(const SplitCombineNode *combine, const unsigned char *src, const Rows &rows) {
+template <class Element, int radix> Status runCombine(const SplitCombineNode *combine,
+                                                      const unsigned char *src, const Rows &rows,
+                                                      std::int32_t vectors) {
     constexpr int groupBytes = 32, groups = radix <= 8 ? radix - 1 : 3 * (radix / 4),
                   innerGroups = radix <= 8 ? 0 : radix / 4 - 1;
     const auto *twiddles = static_cast<const unsigned char *>(combine->table.get());
@@ -67,8 +79,9 @@ Status runCombine(const SplitCombineNode *combine, const unsigned char *src, con
     const std::ptrdiff_t pair = 2 * rows.pitch, step = pair * combine->leafLength;
     unsigned char *lower = rows.begin(), *upper = lower + step - pair;
     for (std::int32_t s = 0; s < combine->halfLength; ++s) {
-        Combine<Element, radix>::run(src, rows.pitch, twiddles, innerTwiddles, lower, upper, rows.pitch,
-                                     step);
+        for (std::ptrdiff_t v = 0; v < vectors * vectorBytes; v += vectorBytes)
+            Combine<Element, radix>::run(src + v, rows.pitch, twiddles, innerTwiddles, lower + v, upper + v,
+                                         rows.pitch, step);
         src += bytes<Element>(combine->blockStride);
         twiddles += groupBytes * groups;
         innerTwiddles += groupBytes * innerGroups;
@@ -88,7 +101,7 @@ Status runLevel(const RecursiveSplitNode *level, const Points &points, const Row
     for (std::int32_t p = 0; p < level->radix; ++p) {
         const Points subsequence{points.forward + p * points.pitch,
                                  points.backward + (level->radix - 1 - p) * points.pitch,
-                                 bytes<Element>(leaf->leafInputStride)};
+                                 bytes<Element>(leaf->leafInputStride), points.vectors};
         const Rows leafRows{work, rows.offset + p * rows.pitch, bytes<Element>(leaf->leafOutputStride)};
         const Status status = runColumns<Element>(leaf->kind, leaf->stages, subsequence, leafRows);
         if (status != zrfStatusOk)
@@ -97,15 +110,15 @@ Status runLevel(const RecursiveSplitNode *level, const Points &points, const Row
     const unsigned char *const src = work + rows.offset;
     switch (combine->radixKind) {
     case 1:
-        return runCombine<Element, 2>(combine, src, rows);
+        return runCombine<Element, 2>(combine, src, rows, points.vectors);
     case 2:
-        return runCombine<Element, 4>(combine, src, rows);
+        return runCombine<Element, 4>(combine, src, rows, points.vectors);
     case 3:
-        return runCombine<Element, 8>(combine, src, rows);
+        return runCombine<Element, 8>(combine, src, rows, points.vectors);
     case 4:
-        return runCombine<Element, 16>(combine, src, rows);
+        return runCombine<Element, 16>(combine, src, rows, points.vectors);
     case 5:
-        return runCombine<Element, 32>(combine, src, rows);
+        return runCombine<Element, 32>(combine, src, rows, points.vectors);
     default:
         return zrfStatusPlanError;
     }
@@ -113,24 +126,24 @@ Status runLevel(const RecursiveSplitNode *level, const Points &points, const Row
 
 template <class Element>
 void runInputStage(const InputKernelNode *kernel, const unsigned char *src, unsigned char *work) {
-    const std::ptrdiff_t pitch = bytes<Element>(kernel->pitch), vector = 16;
-    for (std::int32_t block = 0; block < kernel->columnBlocks; ++block) {
-        const std::ptrdiff_t column = block * vector;
+    const std::ptrdiff_t pitch = bytes<Element>(kernel->pitch);
+    for (std::int32_t block = 0; block < kernel->columnBlocks; block += mostVectors) {
+        const std::ptrdiff_t column = block * vectorBytes;
+        const std::int32_t vectors = std::min(mostVectors, kernel->columnBlocks - block);
         runColumns<Element>(kernel->kind, kernel->stages,
-                            {src + column, src + pitch - vector - column, pitch},
+                            {src + column, src + pitch - vectorBytes - column, pitch, vectors},
                             {work, column, bytes<Element>(kernel->radix)});
     }
 }
 
 template <class Element, int radix>
 Status runOutputKernel(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
-    constexpr std::ptrdiff_t vector = 16;
     const std::ptrdiff_t step = bytes<Element>(kernel->inputLength);
     const auto *table = static_cast<const unsigned char *>(kernel->table.get());
     for (std::int32_t block = 0; block < kernel->blocks; ++block)
         Output<Element, radix>::run(work + block * bytes<Element>(kernel->blockPitch),
-                                    table + block * 2 * vector * radix, dst + block * vector,
-                                    dst + step - (block + 1) * vector, step);
+                                    table + block * 2 * vectorBytes * radix, dst + block * vectorBytes,
+                                    dst + step - (block + 1) * vectorBytes, step);
     return zrfStatusOk;
 }
 
