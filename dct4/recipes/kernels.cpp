@@ -3,6 +3,7 @@
 #include "algebra/dft.h"
 #include "algebra/formal_complex.h"
 #include "algebra/real.h"
+#include "algebra/vectors.h"
 #include "dct4/output_table.h"
 #include "dct4/recipes/odd_dft.h"
 
@@ -12,28 +13,13 @@ namespace zrfgen::gen {
 
 namespace {
 
-std::vector<int> consecutive(int first, int count) {
-    std::vector<int> elements;
-    for (int i = 0; i < count; ++i)
-        elements.push_back(first + i);
-    return elements;
-}
-
-// Vectors of a graph over elements numbered in rows of `lanes`.
+// Arithmetic on whole vectors, or on single numbers where there is one lane.
 class Lanes {
 public:
     Lanes(Graph &graph, Type type) : graph(graph), type(type), real(graph, type, Products::Narrow) {}
 
-    NodeId load(int vector) { return graph.load(type, consecutive(vector * type.lanes, type.lanes)); }
-    void store(Real value, int vector) {
-        graph.store(real.resolved(value), consecutive(vector * type.lanes, type.lanes));
-    }
-    NodeId reversed(NodeId value) {
-        std::vector<int> picks;
-        for (int lane = type.lanes - 1; lane >= 0; --lane)
-            picks.push_back(lane);
-        return graph.gather({value}, picks);
-    }
+    NodeId load(int vector) { return loadVector(graph, type, vector); }
+    void store(Real value, int vector) { storeVector(graph, real.resolved(value), vector); }
     // The product by cos + i sin, both from a table.
     std::pair<Real, Real> rotated(Real re, Real im, NodeId cosine, NodeId sine) {
         return {real.sub(real.scaled(re, cosine), real.scaled(im, sine)),
@@ -150,7 +136,7 @@ Graph inputStage(int n, Element element, const Target &target) {
     Lanes lanes(graph, target.vector(element));
     std::vector<Real> w;
     for (int i = 0; i < n; ++i)
-        w.push_back({i < n / 2 ? lanes.load(i) : lanes.reversed(lanes.load(i))});
+        w.push_back({i < n / 2 ? lanes.load(i) : reversed(graph, lanes.load(i))});
     const auto entries = oddDft(n).withSignsInDifferences().apply(lanes.real, w);
     for (int i = 0; i < n; ++i)
         lanes.store(entries[i], i);
@@ -212,12 +198,8 @@ Graph outputStage(int radix, Element element, const Target &target) {
         std::vector<NodeId> rows;
         for (int s = 0; s < width; ++s)
             rows.push_back(lanes.load(s * vectorsInRow + vector));
-        for (int column = 0; column < width; ++column) {
-            std::vector<int> picks;
-            for (int s = 0; s < width; ++s)
-                picks.push_back(s * width + column);
-            columns.push_back(graph.gather(rows, picks));
-        }
+        const auto group = transposed(graph, rows);
+        columns.insert(columns.end(), group.begin(), group.end());
     }
     std::vector<Real> rotated(2 * radix);
     for (int row = 0; row < radix; ++row) {
@@ -231,7 +213,7 @@ Graph outputStage(int radix, Element element, const Target &target) {
     for (int l = 0; l < radix; ++l) {
         lanes.store(sums[l], l);
         const Real mirrored = sums[2 * radix - 1 - l];
-        lanes.store({lanes.reversed(mirrored.node), mirrored.isNegative}, radix + l);
+        lanes.store({reversed(graph, mirrored.node), mirrored.isNegative}, radix + l);
     }
     return graph;
 }

@@ -1,5 +1,6 @@
 #include "wht/recipes/kernels.h"
 
+#include "algebra/vectors.h"
 #include "emit/kernel_file.h"
 #include "wht/recipes/stages.h"
 
@@ -13,24 +14,15 @@ Type smallOrderType(int order, Element element, const Target &target) {
     return order <= 2 || 1 << order < vector.lanes * vector.lanes ? Type{element, 1} : vector;
 }
 
-std::vector<int> consecutive(int first, int count) {
-    std::vector<int> elements;
-    for (int i = 0; i < count; ++i)
-        elements.push_back(first + i);
-    return elements;
-}
-
 // Vectors of consecutive elements on the way in and out.
 template <class Stages> Graph vectorGraph(int vectors, Type type, bool isScaled, Stages stages) {
     Graph graph;
     std::vector<NodeId> values;
     for (int i = 0; i < vectors; ++i)
-        values.push_back(graph.load(type, consecutive(i * type.lanes, type.lanes)));
+        values.push_back(loadVector(graph, type, i));
     stages(graph, values);
-    for (int i = 0; i < vectors; ++i) {
-        const NodeId value = isScaled ? graph.mul(values[i], graph.scale(type)) : values[i];
-        graph.store(value, consecutive(i * type.lanes, type.lanes));
-    }
+    for (int i = 0; i < vectors; ++i)
+        storeVector(graph, isScaled ? graph.mul(values[i], graph.scale(type)) : values[i], i);
     return graph;
 }
 

@@ -1,5 +1,9 @@
 #include "wht/recipes/stages.h"
 
+#include "algebra/vectors.h"
+
+#include <algorithm>
+
 namespace zrfgen::gen {
 
 namespace {
@@ -14,17 +18,9 @@ void stage(Graph &graph, std::vector<NodeId> &values, std::size_t distance) {
     }
 }
 
-// Lane l of vector j becomes lane j of vector l, in each run of as many vectors as they have lanes.
-void transpose(Graph &graph, std::vector<NodeId> &vectors, int lanes) {
-    for (std::size_t first = 0; first < vectors.size(); first += lanes) {
-        const std::vector<NodeId> group(vectors.begin() + first, vectors.begin() + first + lanes);
-        for (int lane = 0; lane < lanes; ++lane) {
-            std::vector<int> picks;
-            for (int vector = 0; vector < lanes; ++vector)
-                picks.push_back(vector * lanes + lane);
-            vectors[first + lane] = graph.gather(group, picks);
-        }
-    }
+void transposeGroups(Graph &graph, std::vector<NodeId> &vectors, int lanes) {
+    for (auto first = vectors.begin(); first != vectors.end(); first += lanes)
+        std::ranges::copy(transposed(graph, {first, first + lanes}), first);
 }
 
 } // namespace
@@ -32,10 +28,10 @@ void transpose(Graph &graph, std::vector<NodeId> &vectors, int lanes) {
 void walshHadamardStages(Graph &graph, std::vector<NodeId> &vectors) {
     const int lanes = graph[vectors[0]].type.lanes;
     if (lanes > 1) {
-        transpose(graph, vectors, lanes);
+        transposeGroups(graph, vectors, lanes);
         for (int distance = 1; distance < lanes; distance *= 2)
             stage(graph, vectors, distance);
-        transpose(graph, vectors, lanes);
+        transposeGroups(graph, vectors, lanes);
     }
     rowStages(graph, vectors);
 }
