@@ -43,7 +43,7 @@ using Peers = std::vector<Contender> (*)(int length, const Array<Real> &src, con
 // All contenders of a length work on the same two arrays.
 template <class Real> Contest contest(const std::string &title, const std::string &family,
                                       const std::string &suffix, Peers<Real> peers) {
-    Contest result{title + " " + suffix, "N", {}, [=](int length) {
+    Contest result{title + " " + suffix, false, {}, [=](int length) {
                        const auto src = allocate<Real>(length), dst = allocate<Real>(length);
                        std::vector<Contender> contenders = peers(length, src, dst);
                        fill<Real>(src, length); // after the planning, which overwrites it

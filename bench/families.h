@@ -11,8 +11,8 @@ namespace zrfgen::bench {
 
 struct Contest {
     std::string title;
-    std::string lengthName;   // "N", or "order" where the length is 2^order
-    std::vector<int> lengths; // those that the library has a kernel for
+    bool byOrder;             // the lengths are orders, for 2^order elements
+    std::vector<int> lengths; // those that the library can do
     std::function<std::vector<Contender>(int length)> contenders; // zrfgen first, then its peers
 };
 
@@ -21,5 +21,6 @@ std::vector<Contest> realForwardContests();
 std::vector<Contest> realInverseContests();
 std::vector<Contest> hartleyContests();
 std::vector<Contest> walshHadamardContests();
+std::vector<Contest> dct4Contests();
 
 } // namespace zrfgen::bench

@@ -35,7 +35,8 @@ void interleaveRepetitions() {
 }
 
 void measure(benchmark::State &state, const Contender &contender) {
-    constexpr std::int64_t batch = 128; // large beside the cost of calling run()
+    // Large beside the cost of calling run(), but one call at a time where that takes long.
+    const std::int64_t batch = std::min<std::int64_t>(128, state.max_iterations);
     while (state.KeepRunningBatch(batch))
         contender.run(batch);
 }

@@ -20,11 +20,9 @@ struct Family {
     std::vector<Contest> (*contests)();
 };
 
-const Family families[] = {{"complex", complexDftContests},
-                           {"real-forward", realForwardContests},
-                           {"real-inverse", realInverseContests},
-                           {"hartley", hartleyContests},
-                           {"walsh-hadamard", walshHadamardContests}};
+const Family families[] = {{"complex", complexDftContests},           {"real-forward", realForwardContests},
+                           {"real-inverse", realInverseContests},     {"hartley", hartleyContests},
+                           {"walsh-hadamard", walshHadamardContests}, {"dct4", dct4Contests}};
 
 std::vector<Contest> contestsOf(const std::vector<std::string> &names) {
     std::vector<Contest> contests;
@@ -48,7 +46,7 @@ std::vector<Contest> wantedContests(const Options &options) {
 }
 
 Table measureOnce(const Contest &contest, Effort effort) {
-    Table table{contest.title, contest.lengthName, {}};
+    Table table{contest.title, contest.byOrder, {}};
     for (const int length : contest.lengths)
         table.rows.push_back({length, timeContenders(contest.contenders(length), effort)});
     return table;

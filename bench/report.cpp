@@ -1,5 +1,6 @@
 #include "report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +10,7 @@ namespace zrfgen::bench {
 namespace {
 
 constexpr const char *tsvName = "zrfbench.tsv";
+constexpr const char *growthHeading = "zrfgen ps/(N log2 N)";
 constexpr int lengthWidth = 5;
 
 std::string timeHeading(const Timing &contender) {
@@ -20,16 +22,23 @@ std::string ratioHeading(const Row &row, std::size_t peer) {
 }
 
 int widthUnder(const std::string &heading) {
-    return static_cast<int>(heading.size()) + 2;
+    constexpr std::size_t narrowest = 10; // has room for the time of the longest transforms
+    return static_cast<int>(std::max(heading.size(), narrowest)) + 2;
+}
+
+void printColumn(const std::string &heading) {
+    std::printf("%*s", widthUnder(heading), heading.c_str());
 }
 
 void printHeading(const Table &table) {
     const Row &row = table.rows[0];
-    std::printf("\n%s\n%*s", table.title.c_str(), lengthWidth, table.lengthName.c_str());
+    std::printf("\n%s\n%*s", table.title.c_str(), lengthWidth, table.byOrder ? "order" : "N");
     for (const Timing &contender : row.timings)
-        std::printf("  %s", timeHeading(contender).c_str());
+        printColumn(timeHeading(contender));
     for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
-        std::printf("  %s", ratioHeading(row, peer).c_str());
+        printColumn(ratioHeading(row, peer));
+    if (table.byOrder)
+        printColumn(growthHeading);
     std::printf("\n");
 }
 
@@ -40,12 +49,19 @@ void printNumber(const std::string &heading, int decimals, double number) {
         std::printf("%*.*f", widthUnder(heading), decimals, number);
 }
 
-void printRow(const Row &row) {
+// In picoseconds: level as long as the time grows no faster than the operations of a fast transform.
+double growth(const Row &row) {
+    return 1000 * row.timings[0].nanoseconds / std::ldexp(row.length, row.length);
+}
+
+void printRow(const Row &row, bool byOrder) {
     std::printf("%*d", lengthWidth, row.length);
     for (const Timing &timing : row.timings)
         printNumber(timeHeading(timing), 1, timing.nanoseconds);
     for (std::size_t peer = 1; peer < row.timings.size(); ++peer)
         printNumber(ratioHeading(row, peer), 2, row.ratio(peer));
+    if (byOrder)
+        printNumber(growthHeading, 0, growth(row));
     std::printf("\n");
 }
 
@@ -95,7 +111,7 @@ Report::Report(const std::filesystem::path &directory) : directory(directory) {
 void Report::add(const Table &table) {
     printHeading(table);
     for (const Row &row : table.rows)
-        printRow(row);
+        printRow(row, table.byOrder);
     printSummary(table);
     write(table);
 }

@@ -20,8 +20,8 @@ struct Row {
 
 struct Table {
     std::string title;
-    std::string lengthName; // the heading of the lengths
-    std::vector<Row> rows;  // at least one, all with the same contenders
+    bool byOrder;          // the lengths are orders, for 2^order elements
+    std::vector<Row> rows; // at least one, all with the same contenders
 };
 
 // Failures to write are thrown as std::runtime_error with a line for the user.

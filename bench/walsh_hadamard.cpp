@@ -56,7 +56,7 @@ template <class Real> using OrderPeers = std::vector<Contender> (*)(int order, c
 
 template <class Real>
 Contest orderContest(const std::string &title, int firstOrder, OrderPeers<Real> orderPeers) {
-    Contest result{title + " " + realSuffix<Real>, "order", {}, [=](int order) {
+    Contest result{title + " " + realSuffix<Real>, true, {}, [=](int order) {
                        const int length = 1 << order;
                        const auto src = allocate<Real>(length), dst = allocate<Real>(length);
                        const auto buffer = allocateBuffer<Real>(order);
