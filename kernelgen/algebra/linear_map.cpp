@@ -1,7 +1,6 @@
 #include "algebra/linear_map.h"
 
 #include <algorithm>
-#include <random>
 
 namespace zrfgen::gen {
 
@@ -80,70 +79,6 @@ LinearMap LinearMap::transposed() const {
         if (nodes[i].terms.empty())
             result.outputs.insert(result.outputs.begin(), {value});
     }
-    return result;
-}
-
-// A search from the violated sums, as for satisfiability (B. Selman, H. Kautz and B. Cohen, 1994): of the
-// values that take part in one, the one changes sign that leaves the fewest sums violated.
-LinearMap LinearMap::withSignsInDifferences() const {
-    const int count = static_cast<int>(nodes.size());
-    std::vector<bool> isNegated(count), isFixed(count);
-    for (const Output &output : outputs) {
-        isNegated[output.ref.node] = output.ref.isNegative && !nodes[output.ref.node].terms.empty();
-        isFixed[output.ref.node] = true;
-    }
-    std::vector<std::vector<int>> sumsWith(count); // the sums in which a value takes part, its own first
-    for (int i = 0; i < count; ++i) {
-        if (nodes[i].terms.empty()) {
-            isFixed[i] = true;
-            continue;
-        }
-        sumsWith[i].push_back(i);
-        for (const Term &term : nodes[i].terms)
-            sumsWith[term.node].push_back(i);
-    }
-    const auto isViolated = [&](int sum) {
-        return std::ranges::all_of(nodes[sum].terms, [&](const Term &term) {
-            return (term.factor < 0) != (isNegated[sum] != isNegated[term.node]);
-        });
-    };
-
-    std::vector<int> violated;
-    for (int i = 0; i < count; ++i)
-        if (!nodes[i].terms.empty() && isViolated(i))
-            violated.push_back(i);
-    std::mt19937 random(1);
-    for (int step = 0; step < 1000 * count && !violated.empty(); ++step) {
-        const int sum = violated[random() % violated.size()];
-        std::vector<int> members{sum};
-        for (const Term &term : nodes[sum].terms)
-            members.push_back(term.node);
-        std::erase_if(members, [&](int node) { return isFixed[node]; });
-        if (members.empty())
-            continue;
-        const auto violatedBy = [&](int node) {
-            isNegated[node] = !isNegated[node];
-            const auto result = std::ranges::count_if(sumsWith[node], isViolated);
-            isNegated[node] = !isNegated[node];
-            return result;
-        };
-        const int chosen = random() % 4 == 0 ? members[random() % members.size()]
-                                             : *std::ranges::min_element(members, {}, violatedBy);
-        isNegated[chosen] = !isNegated[chosen];
-        std::erase_if(violated, [&](int other) { return !isViolated(other); });
-        for (const int other : sumsWith[chosen])
-            if (isViolated(other) && std::ranges::find(violated, other) == violated.end())
-                violated.push_back(other);
-    }
-
-    LinearMap result = *this;
-    result.known.clear();
-    for (int i = 0; i < count; ++i)
-        for (Term &term : result.nodes[i].terms)
-            if (isNegated[i] != isNegated[term.node])
-                term.factor = -term.factor;
-    for (Output &output : result.outputs)
-        output.ref.isNegative = output.ref.isNegative != isNegated[output.ref.node];
     return result;
 }
 

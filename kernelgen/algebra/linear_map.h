@@ -81,6 +81,8 @@ public:
     }
 
 private:
+    class SignSearch;
+
     struct Term {
         int node;
         Quad factor;
