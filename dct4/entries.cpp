@@ -54,17 +54,23 @@ template <class Element> Status release(Dct4Plan *plan) {
 } // namespace
 } // namespace zrfgen
 
+// Callers promise no stack alignment, but the functions that these call may rely on it, those of other
+// libraries above all.
+#define REALIGNS_STACK __attribute__((force_align_arg_pointer))
+
 #define ZRF_DCT4_ENTRIES(suffix, Element)                                                                    \
-    Status ZRF_CALL ZRF_BODY(zrfgDCT4GetSize_##suffix)(int32_t length, int32_t * sizeOut) {                  \
+    REALIGNS_STACK Status ZRF_CALL ZRF_BODY(zrfgDCT4GetSize_##suffix)(int32_t length, int32_t * sizeOut) {   \
         return zrfgen::getSize<Element>(length, sizeOut);                                                    \
     }                                                                                                        \
-    Status ZRF_CALL ZRF_BODY(zrfgDCT4Init_##suffix)(Dct4Plan * *planOut, int32_t length, void *memory) {     \
+    REALIGNS_STACK Status ZRF_CALL ZRF_BODY(zrfgDCT4Init_##suffix)(Dct4Plan * *planOut, int32_t length,      \
+                                                                   void *memory) {                           \
         return zrfgen::init<Element>(planOut, length, memory);                                               \
     }                                                                                                        \
-    Status ZRF_CALL ZRF_BODY(zrfgDCT4InitAlloc_##suffix)(Dct4Plan * *planOut, int32_t length) {              \
+    REALIGNS_STACK Status ZRF_CALL ZRF_BODY(zrfgDCT4InitAlloc_##suffix)(Dct4Plan * *planOut,                 \
+                                                                        int32_t length) {                    \
         return zrfgen::initAlloc<Element>(planOut, length);                                                  \
     }                                                                                                        \
-    Status ZRF_CALL ZRF_BODY(zrfgDCT4Free_##suffix)(Dct4Plan * plan) {                                       \
+    REALIGNS_STACK Status ZRF_CALL ZRF_BODY(zrfgDCT4Free_##suffix)(Dct4Plan * plan) {                        \
         return zrfgen::release<Element>(plan);                                                               \
     }
 
