@@ -51,13 +51,14 @@ LinearMap::Ref LinearMap::weightedSum(const Parts &parts) {
 // in its transpose.
 LinearMap::Parts LinearMap::grouped(const Parts &parts) {
     Parts groups;
-    for (const auto &[factor, ref] : parts) {
+    for (const auto &part : parts) {
+        const Quad factor = part.first;
         const auto group = std::ranges::find_if(
             groups, [factor](const auto &other) { return other.first == factor || other.first == -factor; });
         if (group == groups.end())
-            groups.push_back({factor, ref});
+            groups.push_back(part);
         else
-            group->second = sum(group->second, group->first == factor ? ref : -ref);
+            group->second = sum(group->second, group->first == factor ? part.second : -part.second);
     }
     return groups;
 }
