@@ -33,15 +33,22 @@ struct Expectation {
 
 using Expectations = std::map<std::pair<int, Element>, Expectation>;
 
-Expectations readExpectations() {
-    Expectations expectations;
-    std::ifstream file(COUNTS_TABLE);
+// Each row of a table, comments left out: row(length, the fields behind it).
+template <class Row> void forEachRow(const char *table, Row row) {
+    std::ifstream file(table);
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with("#"))
             continue;
         std::istringstream fields(line);
         int length;
         fields >> length;
+        row(length, fields);
+    }
+}
+
+Expectations readExpectations() {
+    Expectations expectations;
+    forEachRow(COUNTS_TABLE, [&](int length, std::istream &fields) {
         for (const Element element : {Element::Float32, Element::Float64}) {
             Expectation row;
             std::string bound;
@@ -49,7 +56,7 @@ Expectations readExpectations() {
             row.sumsAreExact = bound == "exact";
             expectations[{length, element}] = row;
         }
-    }
+    });
     return expectations;
 }
 
@@ -150,14 +157,8 @@ const RealKernel realKernels[] = {
     {"DFTFwd_RTo%", forwardRealDft}, {"DFTInv_%ToR", inverseRealDft}, {"Hartley", hartley}};
 
 TEST(RealCounts, OfTheGraphMeetTheFigures) {
-    std::ifstream file(REAL_COUNTS_TABLE);
     int rows = 0;
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("#"))
-            continue;
-        std::istringstream fields(line);
-        int length;
-        fields >> length;
+    forEachRow(REAL_COUNTS_TABLE, [&](int length, std::istream &fields) {
         ++rows;
         SCOPED_TRACE(length);
         for (const RealKernel &kernel : realKernels) {
@@ -176,7 +177,7 @@ TEST(RealCounts, OfTheGraphMeetTheFigures) {
         EXPECT_LE(counts.multiplications, singleProducts + wideProducts);
         EXPECT_LE(counts.wideSums, wideSums);
         EXPECT_LE(counts.conversions, conversions);
-    }
+    });
     EXPECT_EQ(rows, longestLength - shortestLength + 1);
 }
 
