@@ -103,18 +103,16 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
  *   CCS    N+2 (N even) or N+1 (N odd) elements: R[k] at 2k, I[k] at 2k+1, k = 0..N/2. I[0] and, for even N,
  *          I[N/2] are zeros: always written as +0, never read
  *   Pack   N elements: R[0] at 0, R[k] at 2k-1, I[k] at 2k, and for even N R[N/2] at N-1
- *   Perm   N elements: for even N R[0] at 0, R[N/2] at 1, R[k] at 2k, I[k] at 2k+1; for odd N the same as
- * Pack
+ *   Perm   N elements: for even N R[0] at 0, R[N/2] at 1, R[k] at 2k, I[k] at 2k+1; for odd N as Pack
  *
  * DFTFwd_RToCCS, DFTFwd_RToPack, DFTFwd_RToPerm
  *     src: N real elements; dst: s * spectrum
  * DFTInv_CCSToR, DFTInv_PackToR, DFTInv_PermToR
- *     src: the spectrum; dst: N real elements, s * (R[0] + 2 * sum over 0 < k < N/2 of (R[k] cos(2 pi j k /
- * N)
- *     - I[k] sin(2 pi j k / N)), and for even N + (-1)^j R[N/2])
+ *     src: the spectrum; dst: N real elements, s * (R[0] + 2 * the sum over 0 < k < N/2 of
+ *     R[k] cos(2 pi j k / N) - I[k] sin(2 pi j k / N), and for even N + (-1)^j R[N/2])
  * Hartley
- *     dst[k] = s * sum over j of src[j] (cos(2 pi j k / N) + sin(2 pi j k / N)), k = 0..N-1, its own inverse
- * up to s; src, dst: N real elements
+ *     dst[k] = s * sum over j of src[j] (cos(2 pi j k / N) + sin(2 pi j k / N)), k = 0..N-1
+ *     src, dst: N real elements; the transform is its own inverse up to s
  *
  * The arrays of these may start at any byte address, and may be the same array or overlap in any way. The
  * bits of the result are the same in all cases and in all three layouts. Float32 kernels multiply by
@@ -175,9 +173,9 @@ typedef struct Dct4Plan Dct4Plan;
  *
  *   dst[k] = sum over j of src[j] cos(pi (2j+1) (2k+1) / (4N)), k = 0..N-1
  *
- * The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25
- * (Float64). 2^k + 1 is accepted as well, from 33 (Float32) or 9 (Float64) up to one above the longest power
- * of two, but a plan of such a length does not compute the sum above.
+ * The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25 (Float64). 2^k + 1 is accepted as
+ * well, from 33 (Float32) or 9 (Float64) up to one above the longest power of two, but a plan of such a
+ * length does not compute the sum above.
  *
  * zrfgDCT4GetSize_<suffix>(length, sizeOut)
  *     Stores into *sizeOut the bytes that a plan takes. The count wraps around in 32 bits: for 2^30, for

@@ -220,14 +220,6 @@ Graph outputStage(int radix, Element element, const Target &target) {
 
 namespace {
 
-std::string bits(Element element) {
-    return element == Element::Float32 ? "32" : "64";
-}
-
-std::string bytes(Element element) {
-    return element == Element::Float32 ? "4" : "8";
-}
-
 // A kernel as a specialisation of a template that the execution declares.
 KernelDefinition stageKernel(const std::string &name, int size, const std::string &parameters, int elements,
                              Element element, std::function<Graph(const Target &)> build) {
@@ -319,10 +311,10 @@ KernelDefinition output(int radix, Element element) {
                     [=](const Target &target) { return outputStage(radix, element, target); });
     definition.arrays.source = {[=](int first) {
                                     const int table = 2 * radix * lanes;
-                                    return first < table
-                                               ? "src + " + std::to_string(first) + " * " + bytes(element)
-                                               : "twiddles + " + std::to_string(first - table) + " * " +
-                                                     bytes(element);
+                                    return first < table ? "src + " + std::to_string(first) + " * " +
+                                                               std::to_string(bytes(element))
+                                                         : "twiddles + " + std::to_string(first - table) +
+                                                               " * " + std::to_string(bytes(element));
                                 },
                                 "Access::Aligned"};
     definition.arrays.destination = {[=](int first) {

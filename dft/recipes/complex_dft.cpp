@@ -59,7 +59,7 @@ void buildComplex64(Graph &graph, const LengthRecipe &recipe) {
 }
 
 std::string suffix(Element element) {
-    return element == Element::Float32 ? "32fc" : "64fc";
+    return bits(element) + "fc";
 }
 
 std::string exportName(const std::string &direction, int length, Element element) {
@@ -69,14 +69,14 @@ std::string exportName(const std::string &direction, int length, Element element
 
 // The kernel type around the body, and its two exports.
 std::string wrapped(int length, Element element, const Graph &graph, const std::string &body) {
-    const std::string bits = element == Element::Float32 ? "32" : "64";
-    const std::string type = "Dft" + std::to_string(length) + "Complex" + bits;
+    const std::string arrayElement = "Complex" + bits(element);
+    const std::string type = "Dft" + std::to_string(length) + arrayElement;
     KernelFile file{
         .head = "vector_kernel.h",
         .type = type,
         .length = length,
         .element = element,
-        .arrayElement = "Complex" + bits,
+        .arrayElement = arrayElement,
         .members = std::string("    static constexpr bool hasTwoPaths = ") +
                    (hasAlignedMoves(graph) ? "true" : "false") + ";\n",
         .transformParameters = "Direction direction, Access access",

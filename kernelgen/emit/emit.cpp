@@ -8,6 +8,14 @@
 
 namespace zrfgen::gen {
 
+int bytes(Element element) {
+    return element == Element::Float32 ? 4 : 8;
+}
+
+std::string bits(Element element) {
+    return std::to_string(8 * bytes(element));
+}
+
 std::string literal(Quad value, Element element) {
     char text[64];
     const bool isSingle = element == Element::Float32;
@@ -17,10 +25,6 @@ std::string literal(Quad value, Element element) {
 }
 
 namespace {
-
-int bytes(Element element) {
-    return element == Element::Float32 ? 4 : 8;
-}
 
 // Two floats lie in the lower half of a vector.
 bool isHalf(Type type) {

@@ -9,6 +9,12 @@
 
 namespace zrfgen::gen {
 
+// 4 or 8.
+int bytes(Element element);
+
+// "32" or "64", as it stands in the names of types and exports.
+std::string bits(Element element);
+
 // A number as a hexadecimal literal of the element type: the value rounded once.
 std::string literal(Quad value, Element element);
 

@@ -68,10 +68,6 @@ Graph scalarKernel(LinearMap map, int length, Element element) {
     return graph;
 }
 
-std::string bits(Element element) {
-    return element == Element::Float32 ? "32" : "64";
-}
-
 // "15_64f"
 std::string lengthAndSuffix(int length, Element element) {
     return std::to_string(length) + "_" + bits(element) + "f";
@@ -117,9 +113,9 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
     const std::string zeros =
         isForward ? "        storeSpectrumZeros<layout, " + file.arrayElement + ">(dst, " + n + ");\n" : "";
     definition.wrap = [=](const Graph &, const std::string &body) { return text(file, body + zeros); };
-    const std::string array = isForward ? "dst" : "src", bytes = element == Element::Float32 ? "4" : "8";
+    const std::string array = isForward ? "dst + " : "src + ", size = std::to_string(bytes(element));
     (isForward ? definition.arrays.destination : definition.arrays.source).address = [=](int i) {
-        return array + " + " + bytes + " * spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
+        return array + size + " * spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
     };
     return definition;
 }

@@ -44,10 +44,6 @@ Graph walshHadamardRows(int rows, bool isLast, Element element, const Target &ta
 
 namespace {
 
-std::string bits(Element element) {
-    return element == Element::Float32 ? "32" : "64";
-}
-
 KernelDefinition smallOrder(int order, Element element) {
     const std::string n = std::to_string(order), real = "Float" + bits(element);
     const std::string name = "zrfgWHT_" + n + "_" + bits(element) + "f", type = "Wht" + n + real;
@@ -116,8 +112,8 @@ KernelDefinition rowsOf(int rows, bool isLast, Element element, int lanes) {
     std::swap(definition.arrays.source, definition.arrays.destination);
     const auto rowOf = [=](const std::string &array) {
         return [=](int first) {
-            return array + (element == Element::Float32 ? " + 4 * " : " + 8 * ") +
-                   std::to_string(first / lanes) + " * stride";
+            return array + " + " + std::to_string(bytes(element)) + " * " + std::to_string(first / lanes) +
+                   " * stride";
         };
     };
     definition.arrays.source.address = rowOf("src");
