@@ -57,7 +57,8 @@ int carrier(const Scheme &scheme, int index) {
 }
 
 Outcome transmit(const Scheme &scheme, double noisePower, std::mt19937 &random) {
-    std::normal_distribution<float> noise(0, float(std::sqrt(noisePower / 2)));
+    std::normal_distribution<float> normal;
+    const float deviation = float(std::sqrt(noisePower / 2));
     Outcome outcome;
     const int symbols = bitsPerCount / (2 * scheme.axisBits * scheme.carriers);
     for (int symbol = 0; symbol < symbols; ++symbol) {
@@ -86,7 +87,7 @@ Outcome transmit(const Scheme &scheme, double noisePower, std::mt19937 &random) 
 
         for (int i = 0; i < length; ++i) {
             const Complex32 &x = onAir[prefix - delay + i];
-            samples[i] = {x.re + noise(random), x.im + noise(random)};
+            samples[i] = {x.re + deviation * normal(random), x.im + deviation * normal(random)};
         }
         require(zrfgDFTFwd_CToC_64_32fc(samples.data(), grid.data(), zrfScaleBySqrtN));
         for (int c = 0; c < scheme.carriers; ++c) { // the prefix has made the delay a turn of each carrier
