@@ -25,7 +25,7 @@ inline constexpr const char *usage =
     "  --families LIST  only these of complex,real-forward,real-inverse,hartley,walsh-hadamard,dct4,calls\n"
     "  --lengths LIST   only these lengths, such as 8,16 or 2-8,60-64;\n"
     "                   of walsh-hadamard and dct4, the orders\n"
-    "Writes zrfbench.tsv and zrfbench.png to the output directory (default: the current one).\n";
+    "Writes zrfbench.tsv, .md and .svg to the output directory (default: the current one).\n";
 
 // Throws std::invalid_argument with a line for the user.
 Options parseOptions(int argc, char **argv);

@@ -1,4 +1,4 @@
-# Draws zrfbench.png from the zrfbench.tsv of the same directory: a panel for each table, the ratios of its
+# Draws zrfbench.svg from the zrfbench.tsv of the same directory: a panel for each table, the ratios of its
 # peers by length.
 data = "zrfbench.tsv"
 rows = "tail -n +2 ".data
@@ -6,8 +6,8 @@ tableCount = int(system(rows." | cut -f 1 | uniq | wc -l"))
 
 set datafile separator tab
 set datafile missing NaN # rows of other tables and peers do not interrupt a line
-set terminal pngcairo size 1200, 420 * tableCount
-set output "zrfbench.png"
+set terminal svg size 1000, 350 * tableCount background "white"
+set output "zrfbench.svg"
 set multiplot layout tableCount, 1
 set xlabel "length, or order"
 set autoscale xfix

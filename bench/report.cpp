@@ -4,12 +4,14 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <iomanip>
 #include <stdexcept>
 
 namespace zrfgen::bench {
 namespace {
 
 constexpr const char *tsvName = "zrfbench.tsv";
+constexpr const char *summaryName = "zrfbench.md";
 constexpr const char *growthHeading = "zrfgen ps/(N log2 N)";
 constexpr int lengthWidth = 5;
 
@@ -77,6 +79,15 @@ double geometricMean(const std::vector<Row> &rows, std::size_t peer) {
     return std::exp(sum / count);
 }
 
+// " 14 16", or " none".
+std::string lengthsWherePeerIsAhead(const Table &table, std::size_t peer) {
+    std::string lengths;
+    for (const Row &row : table.rows)
+        if (row.ratio(peer) < 1)
+            lengths += " " + std::to_string(row.length);
+    return lengths.empty() ? " none" : lengths;
+}
+
 void printSummary(const Table &table) {
     const Row &first = table.rows[0];
     int width = lengthWidth;
@@ -86,14 +97,16 @@ void printSummary(const Table &table) {
     for (std::size_t peer = 1; peer < first.timings.size(); ++peer)
         printNumber(ratioHeading(first, peer), 2, geometricMean(table.rows, peer));
     std::printf("\n");
-    for (std::size_t peer = 1; peer < first.timings.size(); ++peer) {
-        std::string lengths;
-        for (const Row &row : table.rows)
-            if (row.ratio(peer) < 1)
-                lengths += " " + std::to_string(row.length);
+    for (std::size_t peer = 1; peer < first.timings.size(); ++peer)
         std::printf("%s is ahead at:%s\n", first.timings[peer].label.c_str(),
-                    lengths.empty() ? " none" : lengths.c_str());
-    }
+                    lengthsWherePeerIsAhead(table, peer).c_str());
+}
+
+std::ofstream opened(const std::filesystem::path &path) {
+    std::ofstream file(path);
+    if (!file)
+        throw std::runtime_error("cannot write to " + path.string() + "; name another output directory");
+    return file;
 }
 
 } // namespace
@@ -101,11 +114,10 @@ void printSummary(const Table &table) {
 Report::Report(const std::filesystem::path &directory) : directory(directory) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
-    tsv.open(directory / tsvName);
-    if (!tsv)
-        throw std::runtime_error("cannot write to " + (directory / tsvName).string() +
-                                 "; name another output directory");
+    tsv = opened(directory / tsvName);
+    summary = opened(directory / summaryName);
     tsv << "table\tlength\tpeer\tours_ns\tpeer_ns\tratio\n";
+    summary << "| | peer | mean | least | most | the peer is ahead at |\n|---|---|---:|---:|---:|---|\n";
 }
 
 void Report::add(const Table &table) {
@@ -114,6 +126,7 @@ void Report::add(const Table &table) {
         printRow(row, table.byOrder);
     printSummary(table);
     write(table);
+    summarise(table);
 }
 
 void Report::write(const Table &table) {
@@ -125,14 +138,28 @@ void Report::write(const Table &table) {
                     << row.ratio(peer) << '\n';
 }
 
+void Report::summarise(const Table &table) {
+    for (std::size_t peer = 1; peer < table.rows[0].timings.size(); ++peer) {
+        double least = HUGE_VAL, most = 0;
+        for (const Row &row : table.rows) {
+            least = std::fmin(least, row.ratio(peer));
+            most = std::fmax(most, row.ratio(peer));
+        }
+        summary << std::fixed << std::setprecision(2) << "| " << (peer == 1 ? table.title : "") << " | "
+                << table.rows[0].timings[peer].label << " | " << geometricMean(table.rows, peer) << " | "
+                << least << " | " << most << " |" << lengthsWherePeerIsAhead(table, peer) << " |\n";
+    }
+}
+
 void Report::drawPlot() {
     tsv.close();
-    if (!tsv)
-        throw std::runtime_error("cannot write " + (directory / tsvName).string() + "; is the disk full?");
+    summary.close();
+    if (!tsv || !summary)
+        throw std::runtime_error("cannot write to " + directory.string() + "; is the disk full?");
     // The script reads and writes in the current directory, so no file name passes through the shell.
     std::filesystem::current_path(directory);
     if (std::system("gnuplot '" PLOT_SCRIPT "'") != 0)
-        throw std::runtime_error("gnuplot drew no zrfbench.png; is the package gnuplot-nox installed?");
+        throw std::runtime_error("gnuplot drew no zrfbench.svg; is the package gnuplot-nox installed?");
 }
 
 } // namespace zrfgen::bench

@@ -1,4 +1,4 @@
-// The tables on standard output, zrfbench.tsv and zrfbench.png.
+// The tables on standard output and in zrfbench.tsv, their summary in zrfbench.md, and zrfbench.svg.
 #pragma once
 
 #include "harness.h"
@@ -34,9 +34,10 @@ public:
 
 private:
     void write(const Table &table);
+    void summarise(const Table &table);
 
     std::filesystem::path directory;
-    std::ofstream tsv;
+    std::ofstream tsv, summary;
 };
 
 } // namespace zrfgen::bench
