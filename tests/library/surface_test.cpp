@@ -22,9 +22,9 @@ Lines linesOf(const std::string &command) {
 }
 
 // The dynamic symbols of one kind, without symbol versions, in byte order.
-Lines symbols(const std::string &kind) {
+Lines symbols(const std::string &kind, const std::string &library = ZRFGEN_LIBRARY) {
     Lines names;
-    for (const std::string &line : linesOf(ZRFGEN_NM " -D -P " + kind + " " ZRFGEN_LIBRARY))
+    for (const std::string &line : linesOf(ZRFGEN_NM " -D -P " + kind + " " + library))
         if (line[line.find(' ') + 1] != 'w') // the loader's optional hooks
             names.push_back(line.substr(0, line.find_first_of("@ ")));
     std::ranges::sort(names);
@@ -61,6 +61,8 @@ TEST(Surface, ExportsAllFamiliesAndNothingElse) {
     EXPECT_EQ(expected.back(), "zrfgenGetLibVersion");
     EXPECT_EQ(symbols("--defined-only"), expected);
     EXPECT_EQ(linesOf(ZRFGEN_KERNELGEN " exports"), expected);
+    const Lines ofCore = {"zrfFree", "zrfGetEnabledCpuFeatures", "zrfMalloc"};
+    EXPECT_EQ(symbols("--defined-only", ZRFCORE_LIBRARY), ofCore);
 }
 
 TEST(Surface, NeedsTheCoreLibraryAndSineAndCosineAlone) {
