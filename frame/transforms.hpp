@@ -278,7 +278,7 @@ template <detail::FloatOrDouble Real> std::size_t walshHadamardBufferSize(std::s
 ///
 /// N is as in dftForward(). From 256 elements up a call works in the buffer, which serves one call at a time;
 /// without a buffer it allocates one and releases it.
-/// \return as dftForward(); zrfStatusSizeError also if the buffer has less than walshHadamardBufferSize()
+/// \return as dftForward(); zrfStatusSizeError also if there are fewer blocks than walshHadamardBufferSize()
 template <std::size_t N = dynamic, class Source,
           detail::WalshHadamardTransform<const Source &, N> Destination>
 Status walshHadamard(const Source &source, Destination &&destination, Scale scale,

@@ -14,7 +14,19 @@ namespace {
 using zrfgen::Scale, zrfgen::dynamic;
 using SpectrumLayout = zrfgen::Layout;
 
-constexpr Scale scales[] = {Scale::ForwardByN, Scale::InverseByN, Scale::BySqrtN, Scale::None};
+// The calls of the face, as functions that can be handed on and asked whether they take certain arrays.
+#define FACE(call) [](auto &&x, auto &&X, Scale scale = Scale::None) -> decltype(call) { return call; }
+constexpr auto forward = FACE(zrfgen::dftForward(x, X, scale));
+constexpr auto inverse = FACE(zrfgen::dftInverse(x, X, scale));
+constexpr auto hartley = FACE(zrfgen::hartley(x, X, scale));
+constexpr auto walshHadamard = FACE(zrfgen::walshHadamard(x, X, scale));
+template <std::size_t N> constexpr auto forwardOf = FACE(zrfgen::dftForward<N>(x, X, scale));
+template <SpectrumLayout layout>
+constexpr auto realForward = FACE(zrfgen::realDftForward<layout>(x, X, scale));
+template <SpectrumLayout layout>
+constexpr auto realInverse = FACE(zrfgen::realDftInverse<layout>(x, X, scale));
+
+constexpr auto CCS = SpectrumLayout::CCS, Pack = SpectrumLayout::Pack, Perm = SpectrumLayout::Perm;
 
 template <class Element> std::vector<Element> randomElements(std::size_t count) {
     std::mt19937 generator(5);
@@ -33,7 +45,7 @@ template <class Element> bool haveSameBits(const std::vector<Element> &a, const 
 template <class Element, std::size_t from, std::size_t to, class Plain, class Face>
 void compare(Plain plain, Face face) {
     const std::vector<Element> source = randomElements<Element>(from);
-    for (const Scale scale : scales) {
+    for (const Scale scale : {Scale::ForwardByN, Scale::InverseByN, Scale::BySqrtN, Scale::None}) {
         std::vector<Element> expected(to), known(to), measured(to);
         ASSERT_EQ(plain(source.data(), expected.data(), static_cast<int32_t>(scale)), zrfStatusOk);
         EXPECT_EQ(face(std::span<const Element, from>(source), std::span<Element, to>(known), scale), 0);
@@ -43,32 +55,21 @@ void compare(Plain plain, Face face) {
     }
 }
 
-template <class Real, std::size_t N, SpectrumLayout layout> void compareRealDft(const std::string &name) {
-    constexpr std::size_t size = zrfgen::spectrumSize(layout, N);
-    constexpr bool isSingle = sizeof(Real) == sizeof(float);
-    compare<Real, N, size>(
-        builtTransform("DFTFwd_RTo" + name, N, isSingle).call,
-        [](auto &&x, auto &&X, Scale s) { return zrfgen::realDftForward<layout>(x, X, s); });
-    compare<Real, size, N>(
-        builtTransform("DFTInv_" + name + "ToR", N, isSingle).call,
-        [](auto &&X, auto &&x, Scale s) { return zrfgen::realDftInverse<layout>(X, x, s); });
-}
-
 template <class Real, std::size_t N> void compareAtLength() {
     SCOPED_TRACE(N);
     using Complex = std::complex<Real>;
-    constexpr bool isSingle = sizeof(Real) == sizeof(float);
-    const auto forward = [](auto &&x, auto &&X, Scale s) { return zrfgen::dftForward(x, X, s); };
-    const auto forwardOfN = [](auto &&x, auto &&X, Scale s) { return zrfgen::dftForward<N>(x, X, s); };
-    const auto inverse = [](auto &&x, auto &&X, Scale s) { return zrfgen::dftInverse(x, X, s); };
-    const auto hartley = [](auto &&x, auto &&X, Scale s) { return zrfgen::hartley(x, X, s); };
-    compare<Complex, N, N>(builtTransform("DFTFwd_CToC", N, isSingle).call, forward);
-    compare<Complex, N, N>(builtTransform("DFTFwd_CToC", N, isSingle).call, forwardOfN);
-    compare<Complex, N, N>(builtTransform("DFTInv_CToC", N, isSingle).call, inverse);
-    compare<Real, N, N>(builtTransform("Hartley", N, isSingle).call, hartley);
-    compareRealDft<Real, N, SpectrumLayout::CCS>("CCS");
-    compareRealDft<Real, N, SpectrumLayout::Pack>("Pack");
-    compareRealDft<Real, N, SpectrumLayout::Perm>("Perm");
+    constexpr std::size_t ccsSize = zrfgen::spectrumSize(CCS, N);
+    const auto plain = [](const char *family) { return builtTransform(family, N, sizeof(Real) == 4).call; };
+    compare<Complex, N, N>(plain("DFTFwd_CToC"), forward);
+    compare<Complex, N, N>(plain("DFTFwd_CToC"), forwardOf<N>);
+    compare<Complex, N, N>(plain("DFTInv_CToC"), inverse);
+    compare<Real, N, ccsSize>(plain("DFTFwd_RToCCS"), realForward<CCS>);
+    compare<Real, N, N>(plain("DFTFwd_RToPack"), realForward<Pack>);
+    compare<Real, N, N>(plain("DFTFwd_RToPerm"), realForward<Perm>);
+    compare<Real, ccsSize, N>(plain("DFTInv_CCSToR"), realInverse<CCS>);
+    compare<Real, N, N>(plain("DFTInv_PackToR"), realInverse<Pack>);
+    compare<Real, N, N>(plain("DFTInv_PermToR"), realInverse<Perm>);
+    compare<Real, N, N>(plain("Hartley"), hartley);
 }
 
 template <class Real, std::size_t N> void compareWalshHadamard() {
@@ -84,7 +85,7 @@ template <class Real, std::size_t N> void compareWalshHadamard() {
     const auto withBuffer = [&](auto &&x, auto &&X, Scale s) {
         return zrfgen::walshHadamard(x, X, s, buffer);
     };
-    compare<Real, N, N>(plain, [](auto &&x, auto &&X, Scale s) { return zrfgen::walshHadamard(x, X, s); });
+    compare<Real, N, N>(plain, walshHadamard);
     compare<Real, N, N>(plain, withBuffer);
     if (!buffer.empty()) {
         std::vector<Real> x(N);
@@ -109,95 +110,73 @@ TYPED_TEST(CppFace, GivesTheBitsOfTheCCall) {
 }
 
 TYPED_TEST(CppFace, RefusesSizesAtRunTimeAndWritesNothing) {
-    const std::vector<TypeParam> values = randomElements<TypeParam>(100);
+    const std::vector<TypeParam> values = randomElements<TypeParam>(16384);
     std::vector<TypeParam> output(values);
     const auto expectRefusal = [&](std::size_t from, std::size_t to, auto face) {
         EXPECT_EQ(face(std::span(values.data(), from), std::span(output.data(), to)), zrfStatusSizeError)
             << from << " to " << to;
         EXPECT_TRUE(haveSameBits(output, values));
     };
-    const auto hartley = [](auto x, auto X) { return zrfgen::hartley(x, X, Scale::None); };
-    const auto hartley8 = [](auto x, auto X) { return zrfgen::hartley<8>(x, X, Scale::None); };
-    const auto walsh = [](auto x, auto X) { return zrfgen::walshHadamard(x, X, Scale::None); };
-    const auto ccs = [](auto x, auto X) {
-        return zrfgen::realDftForward<SpectrumLayout::CCS>(x, X, Scale::None);
-    };
-    const auto fromCcs = [](auto X, auto x) {
-        return zrfgen::realDftInverse<SpectrumLayout::CCS>(X, x, Scale::None);
-    };
     for (const std::size_t size : {0, 1, 65})
         expectRefusal(size, size, hartley);
-    if constexpr (sizeof(std::size_t) > sizeof(int32_t)) // 16 in 32 bits
-        expectRefusal((std::size_t{1} << 31) * 2 + 16, (std::size_t{1} << 31) * 2 + 16, hartley);
+    if constexpr (sizeof(std::size_t) > sizeof(int32_t)) { // 16 in 32 bits
+        const std::size_t large = (std::size_t{1} << 31) * 2 + 16;
+        expectRefusal(large, large, hartley);
+    }
     expectRefusal(16, 15, hartley);
-    expectRefusal(16, 16, hartley8);
-    for (const std::size_t size : {0, 1, 12})
-        expectRefusal(size, size, walsh);
-    expectRefusal(16, 8, walsh);
-    expectRefusal(16, 17, ccs);
-    expectRefusal(17, 19, ccs);
-    expectRefusal(16, 16, fromCcs);
-    EXPECT_EQ(zrfgen::hartley(values, output, static_cast<Scale>(3)), zrfStatusSizeError);
-    EXPECT_EQ(zrfgen::hartley(std::span(values).first(8), std::span(output).first(8), static_cast<Scale>(3)),
-              zrfStatusFlagError);
+    expectRefusal(16, 16, FACE(zrfgen::hartley<8>(x, X, scale)));
+    for (const std::size_t size : {0, 1, 12, 16384})
+        expectRefusal(size, size, walshHadamard);
+    expectRefusal(16, 8, walshHadamard);
+    expectRefusal(16, 17, realForward<CCS>);
+    expectRefusal(17, 19, realForward<CCS>);
+    expectRefusal(16, 16, realInverse<CCS>);
+    EXPECT_EQ(hartley(std::span(values).first(8), std::span(output).first(8), Scale{3}), zrfStatusFlagError);
+    EXPECT_TRUE(haveSameBits(output, values));
 }
 
-// What a call compiles with.
-template <class Source, class Destination, std::size_t N = dynamic>
-concept Dft = requires(const Source &x, Destination &X) {
-    zrfgen::dftForward<N>(x, X, Scale::None);
-};
-template <class Source, class Destination, std::size_t N = dynamic>
-concept Hartley = requires(const Source &x, Destination &X) {
-    zrfgen::hartley<N>(x, X, Scale::None);
-};
-template <class Source, class Destination>
-concept Walsh = requires(const Source &x, Destination &X) {
-    zrfgen::walshHadamard(x, X, Scale::None);
-};
-template <class Source, class Destination, SpectrumLayout layout, std::size_t N = dynamic>
-concept RealDft = requires(const Source &x, Destination &X) {
-    zrfgen::realDftForward<layout, N>(x, X, Scale::None);
-};
-template <class Source, class Destination, SpectrumLayout layout>
-concept InverseRealDft = requires(const Source &X, Destination &x) {
-    zrfgen::realDftInverse<layout>(X, x, Scale::None);
-};
+template <class Source, class Destination> constexpr bool compiles(auto face) {
+    return std::is_invocable_v<decltype(face), const Source &, Destination &>;
+}
 template <std::size_t N> using Floats = std::array<float, N>;
 using Complex = std::complex<float>;
 
-static_assert(Dft<Complex[16], std::span<Complex>> && Dft<std::vector<Complex>, std::array<Complex, 8>, 8>);
-static_assert(Dft<std::array<Complex32, 4>, Complex32[4]> && Dft<Complex[2], Complex[2]>);
-static_assert(!Dft<Complex[1], Complex[1]> && !Dft<Complex[65], Complex[65]>);
-static_assert(!Dft<std::vector<Complex>, std::vector<Complex>, 65>);
-static_assert(!Dft<Complex[16], Complex[15]> && !Dft<Complex[16], Complex[16], 8>);
-static_assert(!Dft<Complex[8], Complex[8], 16> && !Dft<std::vector<Complex>, Complex[16], 15>);
-static_assert(!Dft<Complex[16], const Complex[16]> && !Dft<Complex[16], const std::vector<Complex>>);
-static_assert(!Dft<Complex[16], std::complex<double>[16]> && !Dft<Floats<16>, Floats<16>>);
-static_assert(!Dft<Complex *, Complex *> && !Hartley<Complex[16], Complex[16]> && !Hartley<int[8], int[8]>);
-static_assert(Hartley<Floats<16>, Floats<16>> && !Hartley<Floats<16>, Floats<17>>);
-static_assert(Walsh<Floats<8192>, Floats<8192>> && !Walsh<Floats<12>, Floats<12>>);
-static_assert(!Walsh<Floats<1>, Floats<1>> && !Walsh<Floats<16384>, Floats<16384>>);
-static_assert(RealDft<Floats<16>, Floats<18>, SpectrumLayout::CCS>);
-static_assert(RealDft<Floats<17>, Floats<18>, SpectrumLayout::CCS>);
-static_assert(!RealDft<Floats<16>, Floats<16>, SpectrumLayout::CCS>);
-static_assert(!RealDft<Floats<16>, Floats<18>, SpectrumLayout::Pack>);
-static_assert(!RealDft<std::vector<float>, Floats<18>, SpectrumLayout::Perm, 16>);
-static_assert(InverseRealDft<Floats<18>, Floats<17>, SpectrumLayout::CCS>);
-static_assert(!InverseRealDft<Floats<18>, Floats<15>, SpectrumLayout::CCS>);
+static_assert(compiles<Complex[16], std::span<Complex>>(forward) &&
+              compiles<Complex[2], Complex[2]>(inverse));
+static_assert(compiles<std::vector<Complex>, std::array<Complex, 8>>(forwardOf<8>));
+static_assert(compiles<std::array<Complex32, 4>, Complex32[4]>(forward));
+static_assert(!compiles<Complex[1], Complex[1]>(forward) && !compiles<Complex[65], Complex[65]>(forward));
+static_assert(!compiles<std::vector<Complex>, std::vector<Complex>>(forwardOf<65>));
+static_assert(!compiles<Complex[16], Complex[15]>(inverse) &&
+              !compiles<Complex[8], Complex[8]>(forwardOf<16>));
+static_assert(!compiles<Complex[16], Complex[16]>(forwardOf<8>));
+static_assert(!compiles<std::vector<Complex>, Complex[16]>(forwardOf<15>));
+static_assert(!compiles<Complex[16], const Complex[16]>(forward));
+static_assert(!compiles<Complex[16], const std::vector<Complex>>(forward));
+static_assert(!compiles<Complex[16], std::complex<double>[16]>(forward));
+static_assert(!compiles<Floats<16>, Floats<16>>(forward) && !compiles<Complex *, Complex *>(forward));
+static_assert(!compiles<Complex[16], Complex[16]>(hartley) && !compiles<int[8], int[8]>(hartley));
+static_assert(compiles<Floats<16>, Floats<16>>(hartley) && !compiles<Floats<16>, Floats<17>>(hartley));
+static_assert(compiles<Floats<8192>, Floats<8192>>(walshHadamard));
+static_assert(!compiles<Floats<12>, Floats<12>>(walshHadamard));
+static_assert(!compiles<Floats<1>, Floats<1>>(walshHadamard));
+static_assert(!compiles<Floats<16384>, Floats<16384>>(walshHadamard));
+static_assert(compiles<Floats<16>, Floats<18>>(realForward<CCS>));
+static_assert(compiles<Floats<17>, Floats<18>>(realForward<CCS>));
+static_assert(!compiles<Floats<16>, Floats<16>>(realForward<CCS>));
+static_assert(!compiles<Floats<16>, Floats<18>>(realForward<Pack>));
+static_assert(compiles<Floats<18>, Floats<17>>(realInverse<CCS>));
+static_assert(!compiles<Floats<18>, Floats<15>>(realInverse<CCS>));
 
 TEST(CppFaceIndices, FindTheBinsOfEachLayout) {
-    for (const SpectrumLayout layout : {SpectrumLayout::CCS, SpectrumLayout::Pack, SpectrumLayout::Perm})
+    for (const SpectrumLayout layout : {CCS, Pack, Perm})
         for (std::size_t N = 2; N <= 64; ++N) {
             SCOPED_TRACE(N);
             const std::vector<double> x = randomElements<double>(N);
             std::vector<double> spectrum(zrfgen::spectrumSize(layout, N));
-            const Status status =
-                layout == SpectrumLayout::CCS
-                    ? zrfgen::realDftForward<SpectrumLayout::CCS>(x, spectrum, Scale::None)
-                : layout == SpectrumLayout::Pack
-                    ? zrfgen::realDftForward<SpectrumLayout::Pack>(x, spectrum, Scale::None)
-                    : zrfgen::realDftForward<SpectrumLayout::Perm>(x, spectrum, Scale::None);
+            const Status status = layout == CCS    ? realForward<CCS>(x, spectrum)
+                                  : layout == Pack ? realForward<Pack>(x, spectrum)
+                                                   : realForward<Perm>(x, spectrum);
             ASSERT_EQ(status, zrfStatusOk);
             for (std::size_t k = 0; k < N; ++k) {
                 std::complex<double> sum;
@@ -205,7 +184,7 @@ TEST(CppFaceIndices, FindTheBinsOfEachLayout) {
                     sum += std::polar(x[j], -2 * std::numbers::pi * static_cast<double>(j * k % N) / N);
                 EXPECT_LT(std::abs(zrfgen::bin(layout, spectrum, N, k) - sum), 1e-13);
             }
-            const bool holdsZeros = layout == SpectrumLayout::CCS;
+            const bool holdsZeros = layout == CCS;
             EXPECT_EQ(zrfgen::imaginaryIndex(layout, N, 0).has_value(), holdsZeros);
             EXPECT_EQ(zrfgen::imaginaryIndex(layout, N, N / 2).has_value(), holdsZeros || N % 2 == 1);
         }
@@ -253,7 +232,6 @@ template <std::size_t N> void transformRowsInPlace() {
     std::vector<float> samples = randomElements<float>(stride * (count - 1) + length), expected = samples;
     for (std::size_t row = 0; row < count; ++row)
         zrfgHartley_8_32f(&expected[row * stride], &expected[row * stride], zrfScaleNone);
-    const auto hartley = [](auto x, auto X) { return zrfgen::hartley(x, X, Scale::None); };
     const zrfgen::Rows<float, N> rows(samples, count, stride, length);
     EXPECT_EQ(zrfgen::forEachRow(rows, rows, hartley), zrfStatusOk);
     EXPECT_TRUE(haveSameBits(samples, expected));
@@ -287,9 +265,9 @@ TEST(CppFaceRows, AreTransformedInPlaceOrRefused) {
 
 TEST(CppFaceErrors, AreThrownWhenAskedFor) {
     std::vector<float> x(65);
-    EXPECT_NO_THROW(zrfgen::orThrow(zrfgen::hartley<2>(Floats<2>{}, std::span(x).first<2>(), Scale::None)));
+    EXPECT_NO_THROW(zrfgen::orThrow(hartley(Floats<2>{}, std::span(x).first<2>())));
     try {
-        zrfgen::orThrow(zrfgen::hartley(x, x, Scale::None));
+        zrfgen::orThrow(hartley(x, x));
         FAIL() << "nothing thrown";
     } catch (const zrfgen::Error &error) {
         EXPECT_EQ(error.status(), zrfStatusSizeError);
