@@ -22,5 +22,6 @@ std::vector<Contest> realInverseContests();
 std::vector<Contest> hartleyContests();
 std::vector<Contest> walshHadamardContests();
 std::vector<Contest> dct4Contests();
+std::vector<Contest> callContests();
 
 } // namespace zrfgen::bench

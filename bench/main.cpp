@@ -20,9 +20,13 @@ struct Family {
     std::vector<Contest> (*contests)();
 };
 
-const Family families[] = {{"complex", complexDftContests},           {"real-forward", realForwardContests},
-                           {"real-inverse", realInverseContests},     {"hartley", hartleyContests},
-                           {"walsh-hadamard", walshHadamardContests}, {"dct4", dct4Contests}};
+const Family families[] = {{"complex", complexDftContests},
+                           {"real-forward", realForwardContests},
+                           {"real-inverse", realInverseContests},
+                           {"hartley", hartleyContests},
+                           {"walsh-hadamard", walshHadamardContests},
+                           {"dct4", dct4Contests},
+                           {"calls", callContests}};
 
 std::vector<Contest> contestsOf(const std::vector<std::string> &names) {
     std::vector<Contest> contests;

@@ -20,7 +20,7 @@ set key outside right top
 do for [number = 1:tableCount] {
     table = system(sprintf("%s | cut -f 1 | uniq | sed -n %dp", rows, number))
     peers = system(sprintf("%s | grep '^%s\t' | cut -f 3 | sort -u", rows, table))
-    set title table.": above 1, zrfgen is faster"
+    set title table.": above 1, the peer is slower"
     plot for [peer in peers] data every ::1 \
         using (strcol(1) eq table && strcol(3) eq peer ? $2 : NaN):6 with linespoints pt 7 title peer, \
         1 with lines lc "black" notitle

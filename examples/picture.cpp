@@ -1,5 +1,7 @@
 #include "picture.h"
 
+#include "ticks.h"
+
 #include <png.h>
 
 #include <algorithm>
@@ -64,27 +66,12 @@ void write(Picture &picture, int left, int top, std::string_view text) {
     }
 }
 
-std::string number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    return text;
-}
-
-// A step of 1, 2 or 5 times a power of ten that divides the range into at most `most` parts.
-double tickStep(double range, int most) {
-    const double power = std::pow(10, std::floor(std::log10(range / most)));
-    for (const double factor : {1, 2, 5})
-        if (factor * power * most >= range)
-            return factor * power;
-    return 10 * power;
-}
-
 void drawAxes(Picture &picture, double seconds, double kilohertz, double top) {
     constexpr int tick = 6, gap = 12;
     const double timeStep = tickStep(seconds, 8);
     for (int i = 0; i <= int(seconds / timeStep + 1e-6); ++i) {
         const int x = plotLeft + int(i * timeStep / seconds * (plotWidth - 1));
-        const std::string text = number(i * timeStep) + " s";
+        const std::string text = tickText(i * timeStep) + " s";
         fill(picture, x, plotBottom, 1, tick, ink);
         write(picture, x - textWidth(text) / 2, plotBottom + gap, text);
     }
@@ -92,7 +79,7 @@ void drawAxes(Picture &picture, double seconds, double kilohertz, double top) {
     const double frequencyStep = tickStep(kilohertz, 8);
     for (int i = 0; i <= int(kilohertz / frequencyStep + 1e-6); ++i) {
         const int y = plotBottom - 1 - int(i * frequencyStep / kilohertz * (plotHeight - 1));
-        const std::string text = number(i * frequencyStep);
+        const std::string text = tickText(i * frequencyStep);
         fill(picture, plotLeft - tick, y, tick, 1, ink);
         write(picture, plotLeft - gap - textWidth(text), y - textHeight / 2, text);
     }
@@ -103,7 +90,7 @@ void drawAxes(Picture &picture, double seconds, double kilohertz, double top) {
     for (int below = 0; below <= shownDecibels; below += 20) {
         const int y = plotTop + int(below / shownDecibels * (plotHeight - 1));
         fill(picture, barLeft + barWidth, y, tick, 1, ink);
-        write(picture, barLeft + barWidth + gap, y - textHeight / 2, number(top - below));
+        write(picture, barLeft + barWidth + gap, y - textHeight / 2, tickText(top - below));
     }
     write(picture, barLeft, plotTop - gap - textHeight, "dB");
 }

@@ -1,25 +1,17 @@
 #include "short_time_transform.h"
 
-#include <zrfgen/transforms.h>
+#include "program.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <complex>
 #include <numbers>
-#include <stdexcept>
-#include <string>
 
 namespace {
 
 // With this flag both ways, the inverse transform gives the frame back.
 constexpr std::int32_t scaling = zrfScaleFwdByN;
-
-void require(Status status) {
-    if (status != zrfStatusOk)
-        throw std::runtime_error("the library refused a transform (status " + std::to_string(status) +
-                                 "); rebuild it and try again");
-}
 
 } // namespace
 

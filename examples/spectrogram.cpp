@@ -1,6 +1,7 @@
 // Shows what a recording sounds like over time: a picture of its frequencies and a short summary.
 
 #include "picture.h"
+#include "program.h"
 #include "recording.h"
 #include "short_time_transform.h"
 
@@ -9,7 +10,6 @@
 #include <cmath>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -18,10 +18,6 @@
 namespace {
 
 constexpr int shortest = 2, longest = 64;
-
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct Arguments {
     std::string input, output;
@@ -100,9 +96,7 @@ int main(int count, char **values) try {
                                  std::to_string(recording.samples.size()) + " samples, fewer than the " +
                                  std::to_string(arguments.length) +
                                  " of a frame; give a longer recording or a smaller --length");
-    std::error_code ignored;
-    if (std::filesystem::equivalent(arguments.input, arguments.output, ignored))
-        throw std::runtime_error("the picture would overwrite the recording; name another output");
+    keepRecording(arguments.input, arguments.output);
 
     const Spectrogram spectrogram = transformFrames(recording.samples, arguments.length, plotWidth);
     const Picture picture = drawSpectrogram(spectrogram, recording.duration(), recording.sampleRate);
@@ -110,6 +104,5 @@ int main(int count, char **values) try {
     printSummary(arguments, recording, spectrogram, picture);
     return 0;
 } catch (const std::exception &error) {
-    std::fprintf(stderr, "spectrogram: %s\n", error.what());
-    return dynamic_cast<const UsageError *>(&error) ? 2 : 1;
+    return reportFailure("spectrogram", error);
 }

@@ -1,12 +1,10 @@
 // Runs the program the way a person does, on recordings made here.
-#include <gtest/gtest.h>
+#include "run_program.h"
 
 #include <png.h>
 #include <sndfile.hh>
-#include <sys/wait.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -29,20 +27,6 @@ std::string writeTone(const std::string &path, double frequency, int frames) {
     return path;
 }
 
-struct Outcome {
-    int exitCode;
-    std::string text;
-};
-
-Outcome run(const std::string &arguments) {
-    std::FILE *pipe = popen((PROGRAM " " + arguments + " 2>&1").c_str(), "r");
-    std::string text;
-    for (int c; (c = std::fgetc(pipe)) != EOF;)
-        text += char(c);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text};
-}
-
 void expectPicture(const std::string &path) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
@@ -54,7 +38,7 @@ void expectPicture(const std::string &path) {
 
 // One line that names the program, no picture.
 void expectRefusal(const std::string &arguments, int exitCode, const std::string &reason) {
-    const Outcome outcome = run(arguments);
+    const Outcome outcome = run("spectrogram " + arguments);
     EXPECT_EQ(outcome.exitCode, exitCode) << arguments;
     EXPECT_TRUE(outcome.text.starts_with("spectrogram: ")) << outcome.text;
     EXPECT_NE(outcome.text.find(reason), std::string::npos) << outcome.text;
@@ -66,17 +50,14 @@ TEST(Spectrogram, findsTheTone) {
     for (const int length : {15, 16, 64}) {
         const int binWidth = sampleRate / length, bin = length / 3;
         const std::string tone = writeTone("tone.wav", bin * binWidth, sampleRate / 2);
-        const Outcome outcome = run(tone + " tone.png --length " + std::to_string(length));
+        const Outcome outcome = run("spectrogram " + tone + " tone.png --length " + std::to_string(length));
         EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
         const std::string loudest = std::to_string(bin * binWidth) + " Hz (bin " + std::to_string(bin) +
                                     " of " + std::to_string(length / 2) + ", each " +
                                     std::to_string(binWidth) + " Hz wide), -6.0 dB";
         EXPECT_NE(outcome.text.find(loudest), std::string::npos) << outcome.text;
 
-        const std::string label = "largest error ";
-        const std::size_t found = outcome.text.find(label);
-        ASSERT_NE(found, std::string::npos) << outcome.text;
-        const double error = std::stod(outcome.text.substr(found + label.size()));
+        const double error = numberAfter(outcome.text, "largest error ");
         EXPECT_GT(error, 0); // no transform of thousands of frames is exact
         // About log2(length) roundings each way, each less than an epsilon of the largest sample.
         EXPECT_LT(error, 0.5 * std::numeric_limits<float>::epsilon() * 2 * std::log2(length));
@@ -85,9 +66,9 @@ TEST(Spectrogram, findsTheTone) {
 }
 
 TEST(Spectrogram, drawsWhatHasNoTone) {
-    EXPECT_EQ(run(writeTone("silence.wav", 0, sampleRate) + " silence.png").exitCode, 0);
+    EXPECT_EQ(run("spectrogram " + writeTone("silence.wav", 0, sampleRate) + " silence.png").exitCode, 0);
     expectPicture("silence.png");
-    EXPECT_EQ(run(writeTone("short.wav", 9000, 2) + " short.png --length 2").exitCode, 0);
+    EXPECT_EQ(run("spectrogram " + writeTone("short.wav", 9000, 2) + " short.png --length 2").exitCode, 0);
     expectPicture("short.png");
 }
 

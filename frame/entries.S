@@ -1,38 +1,30 @@
 /* The exported surface: a stub and a slot per export, both in the byte order of the names. A stub is one
- * indirect jump through its own slot, padded to 16 bytes, and changes neither arguments nor stack. */
+ * indirect jump through its own slot, padded to 16 bytes, and changes neither arguments nor stack.
+ *
+ * Each stub and each slot has a section of its own: a linker keeps them in this order, and in a program that
+ * takes the static library it can drop those that nothing calls, with the kernels behind them. */
 
 #ifdef __x86_64__
 #define SLOT .quad
-#define SLOT_BYTES 8
-#define JUMP_THROUGH(offset) jmp *EntrySlotTable + offset(%rip)
+#define SLOT_ALIGNMENT 3
+#define JUMP_THROUGH(slot) jmp *slot(%rip)
 #else
 #define SLOT .long
-#define SLOT_BYTES 4
+#define SLOT_ALIGNMENT 2
 /* Position independent, and eax is the one register free to hold the address: arguments are on the stack. */
-#define JUMP_THROUGH(offset) call programCounterInEax; 99: jmp *EntrySlotTable + offset - 99b(%eax)
+#define JUMP_THROUGH(slot) call programCounterInEax; 99: jmp *slot - 99b(%eax)
 #endif
 
-    .data
-    .p2align 4
-    .hidden EntrySlotTable
-    .globl EntrySlotTable
-    .type EntrySlotTable, @object
-EntrySlotTable:
-#define ENTRY(name) .hidden name##_body; SLOT name##_body;
-#include "entries.inc"
-#undef ENTRY
-    .size EntrySlotTable, . - EntrySlotTable
-
-    .text
-    .set slotOffset, 0
-    .p2align 4
 #define ENTRY(name) \
+    .section .data.slot.name, "aw", @progbits; .p2align SLOT_ALIGNMENT; \
+    .hidden name##_body; .Lslot_##name: SLOT name##_body; \
+    .section .text.stub.name, "ax", @progbits; .p2align 4; \
     .globl name; .type name, @function; \
-    name: JUMP_THROUGH(slotOffset); .p2align 4, 0xcc; .size name, . - name; \
-    .set slotOffset, slotOffset + SLOT_BYTES;
+    name: JUMP_THROUGH(.Lslot_##name); .p2align 4, 0xcc; .size name, . - name;
 #include "entries.inc"
 
 #ifndef __x86_64__
+    .section .text.stub.programCounterInEax, "ax", @progbits
 programCounterInEax:
     movl (%esp), %eax
     ret

@@ -332,16 +332,14 @@ Family dct4Family() {
     Family family;
     for (const Element element : {Element::Float32, Element::Float64}) {
         for (const int length : {2, 4, 8, 16, 32})
-            family.kernels.push_back(direct(length, element));
+            family.push_back(direct(length, element));
         for (const int n : {2, 4, 8, 16, 32, 64})
-            family.kernels.push_back(input(n, element));
+            family.push_back(input(n, element));
         for (const int radix : {2, 4, 8, 16, 32})
-            family.kernels.push_back(combine(radix, element));
+            family.push_back(combine(radix, element));
         // A radix is a multiple of the lanes.
         for (int radix = sse3.vector(element).lanes; radix <= 32; radix *= 2)
-            family.kernels.push_back(output(radix, element));
-        for (const char *operation : {"GetSize", "Init", "InitAlloc", "", "Free"})
-            family.otherExports.push_back(std::string("zrfgDCT4") + operation + "_" + bits(element) + "f");
+            family.push_back(output(radix, element));
     }
     return family;
 }

@@ -105,7 +105,7 @@ Family complexDftFamily() {
     for (int length = shortestLength; length <= longestLength; ++length) {
         for (const Element element : {Element::Float32, Element::Float64}) {
             const LengthRecipe &recipe = lengthRecipe(length);
-            family.kernels.push_back({
+            family.push_back({
                 .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
                 .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
                 .decomposition = describe(element == Element::Float32 ? recipe.complex32 : recipe.complex64),
@@ -116,8 +116,6 @@ Family complexDftFamily() {
             });
         }
     }
-    family.otherExports = {"zrfgDFTFwd_CToC_32fc", "zrfgDFTFwd_CToC_64fc", "zrfgDFTInv_CToC_32fc",
-                           "zrfgDFTInv_CToC_64fc"};
     return family;
 }
 

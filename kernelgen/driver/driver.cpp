@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -20,7 +19,7 @@ const char usage[] =
     "usage: kernelgen emit DIRECTORY           write the library's generated files\n"
     "       kernelgen explain EXPORT           print a kernel's card\n"
     "       kernelgen dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
-    "       kernelgen exports [built]          list the exports: all, or those that are built\n";
+    "       kernelgen exports                  list the exports\n";
 
 // What is wrong with the command line, in one line.
 struct CommandError : std::runtime_error {
@@ -41,47 +40,25 @@ public:
         else if (command == "dump" && arguments.size() == 3)
             dump(arguments[1], arguments[2]);
         else if (command == "exports" && arguments.size() == 1)
-            list(exports);
-        else if (command == "exports" && arguments.size() == 2 && arguments[1] == "built")
-            list(builtExports());
+            list();
         else
             throw CommandError(usage);
     }
 
 private:
-    static void list(const std::vector<std::string> &names) {
-        for (const std::string &name : names)
+    void list() const {
+        for (const std::string &name : exports)
             std::cout << name << "\n";
-    }
-
-    // In export order.
-    std::vector<std::string> builtExports() const {
-        std::set<std::string> built;
-        for (const Family &family : families) {
-            built.insert(family.otherExports.begin(), family.otherExports.end());
-            for (const KernelDefinition &kernel : family.kernels)
-                built.insert(kernel.exports.begin(), kernel.exports.end());
-        }
-        std::vector<std::string> names;
-        std::copy_if(exports.begin(), exports.end(), std::back_inserter(names),
-                     [&](const std::string &name) { return built.contains(name); });
-        if (names.size() != built.size())
-            throw std::logic_error("a family builds an export that is not on the list");
-        return names;
     }
 
     const KernelDefinition &kernel(const std::string &name) const {
         for (const Family &family : families)
-            for (const KernelDefinition &definition : family.kernels)
+            for (const KernelDefinition &definition : family)
                 if (std::find(definition.exports.begin(), definition.exports.end(), name) !=
                     definition.exports.end())
                     return definition;
-        for (const Family &family : families)
-            if (std::find(family.otherExports.begin(), family.otherExports.end(), name) !=
-                family.otherExports.end())
-                throw CommandError(name + " is written by hand and has no card\n");
         const bool isExport = std::find(exports.begin(), exports.end(), name) != exports.end();
-        throw CommandError(name + (isExport ? " is not built yet; see: kernelgen exports built\n"
+        throw CommandError(name + (isExport ? " is written by hand and has no card\n"
                                             : " is no export; see: kernelgen exports\n"));
     }
 
@@ -109,10 +86,10 @@ private:
     void emit(const std::string &directory) const {
         std::filesystem::create_directories(directory);
         for (const Family &family : families)
-            for (const KernelDefinition &definition : family.kernels)
+            for (const KernelDefinition &definition : family)
                 write(directory, definition.file, sourceFile(definition, sse3));
         std::string entries, versions = "{\nglobal:\n";
-        for (const std::string &name : builtExports()) {
+        for (const std::string &name : exports) {
             entries += "ENTRY(" + name + ")\n";
             versions += "    " + name + ";\n";
         }
@@ -134,7 +111,7 @@ private:
     }
 
     const std::vector<Family> &families;
-    const std::vector<std::string> &exports;
+    const std::vector<std::string> &exports; // in export order
 };
 
 } // namespace

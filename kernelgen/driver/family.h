@@ -23,9 +23,6 @@ struct KernelDefinition {
     ArrayTexts arrays = {};
 };
 
-struct Family {
-    std::vector<KernelDefinition> kernels;
-    std::vector<std::string> otherExports; // written by hand
-};
+using Family = std::vector<KernelDefinition>;
 
 } // namespace zrfgen::gen

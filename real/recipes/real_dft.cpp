@@ -151,16 +151,12 @@ Graph hartley(int length, Element element) {
 Family realDftFamily() {
     Family family;
     for (const Element element : {Element::Float32, Element::Float64}) {
-        const std::string suffix = element == Element::Float32 ? "32f" : "64f";
         for (int length = shortestLength; length <= longestLength; ++length) {
             const RealLengthRecipe &recipe = realLengthRecipe(length);
-            family.kernels.push_back(spectrumKernel(recipe.forward, true, length, element));
-            family.kernels.push_back(spectrumKernel(recipe.inverse, false, length, element));
-            family.kernels.push_back(hartleyKernel(recipe.hartley, length, element));
+            family.push_back(spectrumKernel(recipe.forward, true, length, element));
+            family.push_back(spectrumKernel(recipe.inverse, false, length, element));
+            family.push_back(hartleyKernel(recipe.hartley, length, element));
         }
-        for (const char *name : {"DFTFwd_RToCCS_", "DFTFwd_RToPack_", "DFTFwd_RToPerm_", "DFTInv_CCSToR_",
-                                 "DFTInv_PackToR_", "DFTInv_PermToR_", "Hartley_"})
-            family.otherExports.push_back("zrfg" + (name + suffix));
     }
     return family;
 }

@@ -18,7 +18,7 @@ expect 0 ' 172 multiplications and 33 for the scale' explain zrfgDFTFwd_RToPack_
 expect 0 'first pairs    (3, 30) (6, 27) (9, 24) (12, 21) (15, 18) ' explain zrfgDFTFwd_RToPack_33_64f
 expect 0 '^decomposition  4 > 2 T$' explain zrfgDFTInv_CToC_8_64fc
 expect 0 'store' dump schedule zrfgDFTFwd_CToC_2_64fc
-expect 0 '^zrfgenGetLibVersion$' exports built
+expect 0 '^zrfgenGetLibVersion$' exports
 expect 1 'is no export' explain zrfgDFTFwd_CToC_65_32fc
 expect 0 '(112 add, 112 sub), 0 multiplications and 32 for the scale' explain zrfgWHT_7_32f
 expect 1 'is written by hand' explain zrfgWHT_8_32f

@@ -128,18 +128,13 @@ Family walshHadamardFamily() {
     for (const Element element : {Element::Float32, Element::Float64}) {
         const bool isSingle = element == Element::Float32;
         for (int order = 1; order <= highestSmallOrder; ++order)
-            family.kernels.push_back(smallOrder(order, element));
+            family.push_back(smallOrder(order, element));
         for (const int elements : isSingle ? std::vector{32, 64} : std::vector{32, 128})
-            family.kernels.push_back(block(elements, element));
+            family.push_back(block(elements, element));
         const int lanes = sse3.vector(element).lanes;
-        family.kernels.push_back(rowsOf(8, false, element, lanes));
+        family.push_back(rowsOf(8, false, element, lanes));
         for (const int rows : isSingle ? std::vector{8, 16, 32} : std::vector{8, 16})
-            family.kernels.push_back(rowsOf(rows, true, element, lanes));
-        const std::string suffix = "_" + bits(element) + "f";
-        for (int order = highestSmallOrder + 1; order <= highestOrder; ++order)
-            family.otherExports.push_back("zrfgWHT_" + std::to_string(order) + suffix);
-        family.otherExports.push_back("zrfgWHT" + suffix);
-        family.otherExports.push_back("zrfgWHTGetBufferSize" + suffix);
+            family.push_back(rowsOf(rows, true, element, lanes));
     }
     return family;
 }

@@ -1,0 +1,30 @@
+# What a shared library and its static twin, <name> and <name>_static, have in common. They go to users by one
+# name, zrfgen::<name>.
+function(add_library_pair name)
+  foreach(target ${name} ${name}_static)
+    target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>)
+    target_include_directories(${target} PUBLIC
+      $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    set_target_properties(${target} PROPERTIES
+      OUTPUT_NAME ${name}
+      EXPORT_NAME ${name}
+      LINKER_LANGUAGE C # no C++ run time
+      LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib
+      ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+  endforeach()
+  # The libraries find each other wherever the build or the installation is moved.
+  set_target_properties(${name} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    INSTALL_RPATH "$ORIGIN"
+    BUILD_WITH_INSTALL_RPATH ON)
+  if(ZRFGEN_USE_STATIC_LIBS)
+    add_library(zrfgen::${name} ALIAS ${name}_static)
+  else()
+    add_library(zrfgen::${name} ALIAS ${name})
+  endif()
+  install(TARGETS ${name} EXPORT shared
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+  install(TARGETS ${name}_static EXPORT static
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+endfunction()
