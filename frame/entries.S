@@ -15,6 +15,12 @@
 #define JUMP_THROUGH(slot) call programCounterInEax; 99: jmp *slot - 99b(%eax)
 #endif
 
+    .section .data.slot, "aw", @progbits
+    .p2align SLOT_ALIGNMENT
+    .globl EntrySlotTable
+    .hidden EntrySlotTable
+EntrySlotTable: /* the slots follow, in the order of their stubs */
+
 #define ENTRY(name) \
     .section .data.slot.name, "aw", @progbits; .p2align SLOT_ALIGNMENT; \
     .hidden name##_body; .Lslot_##name: SLOT name##_body; \
