@@ -95,7 +95,6 @@ public:
                     std::equal(content.begin() + to, content.end(), first + to),
                 "nothing but results is written");
     }
-    void requireKept() const { requireKeptBut(first, 0); }
 
 private:
     unsigned char *first;
@@ -136,17 +135,10 @@ enum class Values { Plain, SomeSpecial, AnyBits, Special };
 
 template <class Real> std::vector<Real> makeValues(Input &input, std::size_t count, Values kind) {
     using Limits = std::numeric_limits<Real>;
-    constexpr Real special[] = {0,
-                                -Real(0),
-                                1,
-                                -1,
-                                Limits::infinity(),
-                                -Limits::infinity(),
-                                Limits::quiet_NaN(),
-                                Limits::max(),
-                                Limits::min(),
-                                Limits::denorm_min(),
-                                -Limits::denorm_min()};
+    constexpr Real infinity = Limits::infinity(), least = Limits::denorm_min();
+    constexpr Real special[] = {
+        0,     -Real(0), 1, -1, infinity, -infinity, Limits::quiet_NaN(), Limits::max(), Limits::min(),
+        least, -least};
     using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
     std::uint64_t state = input.raw<std::uint32_t>();
     const int rarity = 1 + input.below(64);
@@ -182,29 +174,23 @@ std::vector<Real> predictDft(const Export &entry, int n, const std::vector<Real>
     static std::map<std::pair<char, int>, Graph> graphs;
     constexpr Element element = sizeof(Real) == 4 ? Element::Float32 : Element::Float64;
     const std::string &family = entry.family;
-    const char kind = family.ends_with("CToC")           ? 'c'
-                      : family.starts_with("DFTFwd_RTo") ? 'f'
-                      : family.starts_with("DFTInv")     ? 'i'
-                                                         : 'h';
-    const int count = kind == 'c' ? 2 * n : n;
-    auto graph = graphs.find({kind, n});
-    if (graph == graphs.end())
-        graph = graphs
-                    .insert({{kind, n},
-                             kind == 'c'   ? complexDft(n, element, sse3)
-                             : kind == 'f' ? forwardRealDft(n, element)
-                             : kind == 'i' ? inverseRealDft(n, element)
-                                           : hartley(n, element)})
-                    .first;
+    const bool isComplex = family.ends_with("CToC"), isHartley = family == "Hartley";
+    const bool isToSpectrum = family.starts_with("DFTFwd_RTo"), isFromSpectrum = family.ends_with("ToR");
+    const int count = isComplex ? 2 * n : n;
+    Graph &graph = graphs[{isComplex ? 'c' : isToSpectrum ? 'f' : isFromSpectrum ? 'i' : 'h', n}];
+    if (graph.size() == 0)
+        graph = isComplex      ? complexDft(n, element, sse3)
+                : isToSpectrum ? forwardRealDft(n, element)
+                : isHartley    ? hartley(n, element)
+                               : inverseRealDft(n, element);
     std::vector<Quad> graphSource(count);
     for (int i = 0; i < count; ++i)
-        graphSource[i] = source[kind == 'i' ? position(family, n, i) : i];
-    const Direction direction =
-        kind == 'c' && family == "DFTInv_CToC" ? Direction::Inverse : Direction::Forward;
-    const auto predicted = evaluate(graph->second, direction, Precision::Native, graphSource, factor, count);
+        graphSource[i] = source[isFromSpectrum ? position(family, n, i) : i];
+    const Direction direction = family == "DFTInv_CToC" ? Direction::Inverse : Direction::Forward;
+    const auto predicted = evaluate(graph, direction, Precision::Native, graphSource, factor, count);
     std::vector<Real> result(entry.dstCount(n), 0);
     for (int i = 0; i < count; ++i)
-        result[kind == 'f' ? position(family, n, i) : i] = static_cast<Real>(predicted[i]);
+        result[isToSpectrum ? position(family, n, i) : i] = static_cast<Real>(predicted[i]);
     return result;
 }
 
@@ -299,13 +285,10 @@ int32_t choosePlanLength(Input &input) {
     return (2 << input.below(11)) + (input.oneIn(8) ? 1 : 0);
 }
 
-bool isOneAbove(int32_t length, bool isSingle) {
-    return length >= (isSingle ? 33 : 9) && std::has_single_bit(static_cast<unsigned>(length - 1));
-}
-
 bool hasPlan(int32_t length, bool isSingle) {
-    const bool isPower = length > 1 && std::has_single_bit(static_cast<unsigned>(length));
-    return (isPower || isOneAbove(length, isSingle)) && length <= (isSingle ? 1 << 26 : 1 << 25) + 1;
+    const bool isOdd = length % 2 != 0 && length >= (isSingle ? 33 : 9);
+    return length > 1 && std::has_single_bit(static_cast<unsigned>(length - isOdd)) &&
+           length <= (isSingle ? 1 << 26 : 1 << 25) + 1;
 }
 
 // Sizes wrap around to these lengths.
