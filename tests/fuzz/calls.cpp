@@ -38,16 +38,16 @@ constexpr int32_t mostPlanBytes = 1 << 18;
 GuardedPages sourcePages(1 << 17), destinationPages(1 << 17), blockPages(2 * mostPlanBytes),
     allocatedPages(mostPlanBytes);
 
-// The program's own allocator has one block, which ends where its pages end.
+// The program's own allocator has one block, which ends where its pages end. It may promise more than it has.
 void *allocated = nullptr;
-bool isExhausted = false;
+int32_t mostAllocatedBytes = mostPlanBytes;
 
 } // namespace
 
 void *ZRF_CORE_CALL zrfMalloc(int32_t size) {
     require(allocated == nullptr, "one block is enough");
-    if (size > 0 && size <= mostPlanBytes && !isExhausted)
-        allocated = allocatedPages.end() - size;
+    if (size > 0 && size <= mostAllocatedBytes)
+        allocated = allocatedPages.end() - std::min(size, mostPlanBytes);
     return allocated;
 }
 
@@ -367,8 +367,9 @@ template <class Real> void fuzzPlan(Input &input, const Export &entry) {
     Dct4Plan *plan = none;
     Dct4Plan **const planOut = input.oneIn(16) ? nullptr : &plan;
     void *const memory = input.oneIn(16) ? nullptr : block;
-    isExhausted = input.oneIn(8);
-    const bool hasMemory = isOwn ? !isExhausted && bytes <= mostPlanBytes : memory != nullptr;
+    // Where there is no plan, none may be laid into the block.
+    mostAllocatedBytes = input.oneIn(8) ? 0 : hasPlan(length, isSingle) ? mostPlanBytes : INT32_MAX;
+    const bool hasMemory = isOwn ? bytes <= mostAllocatedBytes : memory != nullptr;
     const Status refusal = isOwn && !hasSize(length, isSingle) ? zrfStatusSizeError // before it allocates
                            : !hasMemory                        ? zrfStatusNullPointer
                            : !hasPlan(length, isSingle)        ? zrfStatusSizeError
@@ -418,7 +419,7 @@ const char *runningCall() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     Input input(data, size);
-    isExhausted = false;
+    mostAllocatedBytes = mostPlanBytes;
     const Export &entry = chooseExport(input);
     switch (entry.entry) {
     case Entry::WhtBufferSize:

@@ -36,7 +36,7 @@ int main(int count, char **arguments) {
     for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT})
         std::signal(signal, keepInput);
     bool isReplay = false;
-    for (const std::string argument : std::vector<std::string>(arguments + 1, arguments + count)) {
+    for (const std::string &argument : std::vector<std::string>(arguments + 1, arguments + count)) {
         const auto option = std::ranges::find_if(
             options, [&](const auto &option) { return argument.starts_with(option.first); });
         if (option != std::end(options)) {
