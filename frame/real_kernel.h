@@ -13,7 +13,8 @@ namespace zrfgen {
 // Hartley kernels have no spectrum; they take the layout in which nothing moves.
 template <class Kernel, Direction direction, Layout layout = Layout::Pack>
 inline Status runRealKernel(const void *src, void *dst, std::int32_t flag) {
-    return checkedCall<Kernel, direction>(src, dst, flag, Kernel::template transform<layout>);
+    return checkedCall<Kernel, direction>(
+        src, dst, flag, [](auto... arguments) { Kernel::template transform<layout>(arguments...); });
 }
 
 } // namespace zrfgen

@@ -9,7 +9,6 @@
 #include <memory>
 #include <numbers>
 #include <random>
-#include <thread>
 
 namespace {
 
@@ -132,22 +131,6 @@ TYPED_TEST(Dct4, GivesTheSameBitsWhereverTheArraysLie) {
         ASSERT_EQ(this->transform(&src[12], &src[12], owned.plan), zrfStatusOk);
         ASSERT_EQ(std::memcmp(&src[12], expected.data(), bytes), 0) << length << " in place";
     }
-}
-
-TYPED_TEST(Dct4, RunsPlansInParallel) {
-    constexpr int length = 4096, runs = 20;
-    std::vector<std::thread> threads;
-    std::vector<int> differences(4);
-    for (unsigned seed = 0; seed < differences.size(); ++seed)
-        threads.emplace_back([&, seed] {
-            const auto owned = this->makePlan(length);
-            const auto x = this->randomInput(length, seed), expected = this->run(x, owned.plan);
-            for (int i = 0; i < runs; ++i)
-                differences[seed] += this->run(x, owned.plan) != expected;
-        });
-    for (std::thread &thread : threads)
-        thread.join();
-    EXPECT_EQ(differences, std::vector<int>(4));
 }
 
 TYPED_TEST(Dct4, RefusesInOrder) {

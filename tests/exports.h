@@ -1,0 +1,110 @@
+// Every export with its address, linked in.
+#pragma once
+
+#include <zrfgen/transforms.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+enum class Entry {
+    FixedSize,
+    AnySize,
+    WhtOrder,
+    WhtAnyOrder,
+    WhtBufferSize,
+    Dct4GetSize,
+    Dct4Init,
+    Dct4InitAlloc,
+    Dct4,
+    Dct4Free,
+    Version
+};
+
+struct Export {
+    std::string name, family;
+    Entry entry;
+    bool isSingle;
+    int32_t size; // the length or order, 0 where it is an argument
+    void (*address)();
+
+    // The types of the exports, with arrays that may lie at any address.
+    using FixedSize = Status(ZRF_CALL *)(const void *, void *, int32_t flag);
+    using AnySize = Status(ZRF_CALL *)(const void *, void *, int32_t N, int32_t flag);
+    using WhtOrder = Status(ZRF_CALL *)(const void *, void *, int32_t flag, void *buffer);
+    using WhtAnyOrder = Status(ZRF_CALL *)(const void *, void *, int32_t order, int32_t flag, void *buffer);
+    using SizeQuery = Status(ZRF_CALL *)(int32_t size, int32_t *bytes);
+    using Dct4Init = Status(ZRF_CALL *)(Dct4Plan **, int32_t length, void *memory);
+    using Dct4InitAlloc = Status(ZRF_CALL *)(Dct4Plan **, int32_t length);
+    using Dct4 = Status(ZRF_CALL *)(const void *, void *, const Dct4Plan *);
+    using Dct4Free = Status(ZRF_CALL *)(Dct4Plan *);
+    template <class Function> Function as() const { return reinterpret_cast<Function>(address); }
+
+    bool isWht() const { return family == "WHT"; }
+    bool takesSize() const { return entry == Entry::AnySize || entry == Entry::WhtAnyOrder; }
+    std::size_t numberBytes() const { return isSingle ? sizeof(Float32) : sizeof(Float64); }
+
+    // Numbers in the arrays of a DFT, Hartley or Walsh-Hadamard transform; a complex element is two.
+    std::size_t srcCount(int n) const { return count(n, family == "DFTInv_CCSToR"); }
+    std::size_t dstCount(int n) const { return count(n, family == "DFTFwd_RToCCS"); }
+
+    // Such a transform. Entries of one length or order ignore the size.
+    Status transform(const void *src, void *dst, int32_t n, int32_t flag, void *buffer) const {
+        switch (entry) {
+        case Entry::FixedSize:
+            return as<FixedSize>()(src, dst, flag);
+        case Entry::AnySize:
+            return as<AnySize>()(src, dst, n, flag);
+        case Entry::WhtOrder:
+            return as<WhtOrder>()(src, dst, flag, buffer);
+        default:
+            return as<WhtAnyOrder>()(src, dst, n, flag, buffer);
+        }
+    }
+
+private:
+    std::size_t count(int n, bool isCcs) const {
+        return isWht() ? std::size_t{1} << n : family.ends_with("CToC") ? 2 * n : isCcs ? n / 2 * 2 + 2 : n;
+    }
+};
+
+// In export order: by the bytes of the names.
+inline const std::vector<Export> &allExports() {
+    static const std::vector<Export> exports = [] {
+        std::vector<Export> list;
+        const auto add = [&list](const char *family, Entry entry, bool isSingle, int32_t size,
+                                 const char *name, auto *address) {
+            list.push_back({name, family, entry, isSingle, size, reinterpret_cast<void (*)()>(address)});
+        };
+#define ADD(name, family, entry, suffix, size)                                                               \
+    add(family, Entry::entry, std::string(#suffix).starts_with("32"), size, #name, name);
+#define ADD_LENGTH(N, family, suffix) ADD(zrfg##family##_##N##_##suffix, #family, FixedSize, suffix, N)
+#define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \
+    ZRF_FOR_EACH_LENGTH(ADD_LENGTH, family, suffix)                                                          \
+    ADD(zrfg##family##_##suffix, #family, AnySize, suffix, 0)
+#define ADD_ORDER(order, suffix) ADD(zrfgWHT_##order##_##suffix, "WHT", WhtOrder, suffix, order)
+#define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
+    ZRF_FOR_EACH_ORDER(ADD_ORDER, suffix)                                                                    \
+    ADD(zrfgWHT_##suffix, "WHT", WhtAnyOrder, suffix, 0)                                                     \
+    ADD(zrfgWHTGetBufferSize_##suffix, "WHT", WhtBufferSize, suffix, 0)
+#define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \
+    ADD(zrfgDCT4GetSize_##suffix, "DCT4", Dct4GetSize, suffix, 0)                                            \
+    ADD(zrfgDCT4Init_##suffix, "DCT4", Dct4Init, suffix, 0)                                                  \
+    ADD(zrfgDCT4InitAlloc_##suffix, "DCT4", Dct4InitAlloc, suffix, 0)                                        \
+    ADD(zrfgDCT4_##suffix, "DCT4", Dct4, suffix, 0)                                                          \
+    ADD(zrfgDCT4Free_##suffix, "DCT4", Dct4Free, suffix, 0)
+#define ZRF_VERSION_QUERY(name) ADD(name, "version", Version, none, 0)
+#include <zrfgen/families.inc>
+#undef ADD
+#undef ADD_LENGTH
+#undef ADD_ORDER
+        std::ranges::sort(list, {}, &Export::name);
+        return list;
+    }();
+    return exports;
+}
+
+// The export of a name that there is.
+inline const Export &exportNamed(const std::string &name) {
+    return *std::ranges::lower_bound(allExports(), name, {}, &Export::name);
+}

@@ -1,0 +1,442 @@
+// A fuzz target: every input is a call of one export, or the life of one plan, and all that must be true of
+// it. Results are those that the kernel's graph predicts; arrays, buffers and plans lie against pages that
+// must not be touched; what is no result keeps its bytes.
+#include "calls.h"
+#include "dft/recipes/complex_dft.h"
+#include "exports.h"
+#include "graph/evaluate.h"
+#include "library/guarded_pages.h"
+#include "real/recipes/real_dft.h"
+
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <map>
+#include <numbers>
+#include <zrfcore/zrfcore.h>
+
+static_assert(FLT_EVAL_METHOD == 0, "the expectations need arithmetic in the width of the operands");
+
+namespace {
+
+std::string call;
+
+void require(bool isTrue, const char *expectation) {
+    if (isTrue)
+        return;
+    std::fprintf(stderr, "%s: %s\n", call.c_str(), expectation);
+    std::abort();
+}
+
+// The largest blocks of plans.
+constexpr int32_t mostPlanBytes = 1 << 18;
+
+GuardedPages sourcePages(1 << 17), destinationPages(1 << 17), blockPages(2 * mostPlanBytes),
+    allocatedPages(mostPlanBytes);
+
+// The program's own allocator has one block, which ends where its pages end. It may promise more than it has.
+void *allocated = nullptr;
+int32_t mostAllocatedBytes = mostPlanBytes;
+
+} // namespace
+
+void *ZRF_CORE_CALL zrfMalloc(int32_t size) {
+    require(allocated == nullptr, "one block is enough");
+    if (size > 0 && size <= mostAllocatedBytes)
+        allocated = allocatedPages.end() - std::min(size, mostPlanBytes);
+    return allocated;
+}
+
+void ZRF_CORE_CALL zrfFree(void *block) {
+    require(block == allocated, "what is released was allocated");
+    allocated = nullptr;
+}
+
+std::uint64_t ZRF_CORE_CALL zrfGetEnabledCpuFeatures() {
+    return 0;
+}
+
+namespace {
+
+// Numbers from the bytes of the input, zeros when it is used up.
+class Input {
+public:
+    Input(const std::uint8_t *data, std::size_t size) : next(data), rest(size) {}
+    template <class Number> Number raw() {
+        Number number = 0;
+        const std::size_t count = std::min(rest, sizeof number);
+        std::memcpy(&number, next, count);
+        next += count;
+        rest -= count;
+        return number;
+    }
+    int below(int bound) { return bound <= 256 ? raw<std::uint8_t>() % bound : raw<std::uint16_t>() % bound; }
+    bool oneIn(int n) { return below(n) == n - 1; }
+
+private:
+    const std::uint8_t *next;
+    std::size_t rest;
+};
+
+// Memory with its surroundings as far as the guard pages, as they were before a call.
+class Window {
+public:
+    Window(const GuardedPages &pages, unsigned char *start, std::size_t bytes)
+        : first(std::max(pages.begin(), start - 64)),
+          content(first, std::min(pages.end(), start + bytes + 64)) {}
+    void requireKeptBut(const unsigned char *start, std::size_t bytes) const {
+        const auto from = std::clamp<std::ptrdiff_t>(start - first, 0, std::ssize(content));
+        const auto to = std::clamp<std::ptrdiff_t>(start + bytes - first, 0, std::ssize(content));
+        require(std::equal(content.begin(), content.begin() + from, first) &&
+                    std::equal(content.begin() + to, content.end(), first + to),
+                "nothing but results is written");
+    }
+
+private:
+    unsigned char *first;
+    std::vector<unsigned char> content;
+};
+
+// Near the first or the last byte of the pages, a few steps off.
+unsigned char *place(Input &input, const GuardedPages &pages, std::size_t bytes, std::size_t step) {
+    const bool isFirst = input.oneIn(2);
+    const std::size_t gap = input.oneIn(2) ? 0 : input.below(33) * step;
+    return isFirst ? pages.begin() + gap : pages.end() - bytes - gap;
+}
+
+// The arrays of a transform. Any overlap, or none but in place.
+struct Arrays {
+    unsigned char *src, *dst;
+    std::size_t srcBytes, dstBytes;
+
+    Arrays(Input &input, std::size_t srcBytes, std::size_t dstBytes, std::size_t width, bool mayLieAnywhere)
+        : srcBytes(srcBytes), dstBytes(dstBytes) {
+        const std::size_t step = mayLieAnywhere ? 1 : width;
+        const bool isInPlace = input.oneIn(4);
+        src = place(input, sourcePages, isInPlace ? std::max(srcBytes, dstBytes) : srcBytes, step);
+        dst = isInPlace ? src : place(input, destinationPages, dstBytes, step);
+        if (mayLieAnywhere && !isInPlace && input.oneIn(4)) {
+            src = sourcePages.begin() + 2048 + input.below(32);
+            dst = src - dstBytes + input.below(static_cast<int>(srcBytes + dstBytes));
+        }
+    }
+    Window sourceWindow() const { return {sourcePages, src, srcBytes}; }
+    Window destinationWindow() const {
+        const bool isShared = dst >= sourcePages.begin() && dst < sourcePages.end();
+        return {isShared ? sourcePages : destinationPages, dst, dstBytes};
+    }
+};
+
+enum class Values { Plain, SomeSpecial, AnyBits, Special };
+
+template <class Real> std::vector<Real> makeValues(Input &input, std::size_t count, Values kind) {
+    using Limits = std::numeric_limits<Real>;
+    constexpr Real infinity = Limits::infinity(), least = Limits::denorm_min();
+    constexpr Real special[] = {
+        0,     -Real(0), 1, -1, infinity, -infinity, Limits::quiet_NaN(), Limits::max(), Limits::min(),
+        least, -least};
+    using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
+    std::uint64_t state = input.raw<std::uint32_t>();
+    const int rarity = 1 + input.below(64);
+    std::vector<Real> values(count);
+    for (Real &value : values) {
+        state = state * 6364136223846793005 + 1442695040888963407;
+        const int high = static_cast<int>(state >> 33);
+        value = static_cast<Real>(static_cast<std::int64_t>(state) >> 10) / (std::int64_t{1} << 53);
+        if (kind == Values::AnyBits)
+            value = std::bit_cast<Real>(static_cast<Bits>(state ^ state >> 32));
+        else if (kind == Values::Special || (kind == Values::SomeSpecial && high % rarity == 0))
+            value = special[high / 64 % std::size(special)];
+    }
+    return values;
+}
+
+template <class Real> bool isSame(Real a, Real b) {
+    return std::memcmp(&a, &b, sizeof a) == 0 || (a != a && b != b);
+}
+
+// Where entry i of a spectrum, counted as R[0], R[1], I[1], R[2] ..., stands in the array of a family.
+int position(const std::string &family, int n, int i) {
+    if (family.ends_with("RToCCS") || family.ends_with("CCSToR"))
+        return i == 0 ? 0 : i + 1;
+    if ((family.ends_with("RToPerm") || family.ends_with("PermToR")) && n % 2 == 0 && i > 0)
+        return i == n - 1 ? 1 : i + 1;
+    return i;
+}
+
+template <class Real>
+std::vector<Real> predictDft(const Export &entry, int n, const std::vector<Real> &source, Real factor) {
+    using namespace zrfgen::gen;
+    static std::map<std::pair<char, int>, Graph> graphs;
+    constexpr Element element = sizeof(Real) == 4 ? Element::Float32 : Element::Float64;
+    const std::string &family = entry.family;
+    const bool isComplex = family.ends_with("CToC"), isHartley = family == "Hartley";
+    const bool isToSpectrum = family.starts_with("DFTFwd_RTo"), isFromSpectrum = family.ends_with("ToR");
+    const int count = isComplex ? 2 * n : n;
+    Graph &graph = graphs[{isComplex ? 'c' : isToSpectrum ? 'f' : isFromSpectrum ? 'i' : 'h', n}];
+    if (graph.size() == 0)
+        graph = isComplex      ? complexDft(n, element, sse3)
+                : isToSpectrum ? forwardRealDft(n, element)
+                : isHartley    ? hartley(n, element)
+                               : inverseRealDft(n, element);
+    std::vector<Quad> graphSource(count);
+    for (int i = 0; i < count; ++i)
+        graphSource[i] = source[isFromSpectrum ? position(family, n, i) : i];
+    const Direction direction = family == "DFTInv_CToC" ? Direction::Inverse : Direction::Forward;
+    const auto predicted = evaluate(graph, direction, Precision::Native, graphSource, factor, count);
+    std::vector<Real> result(entry.dstCount(n), 0);
+    for (int i = 0; i < count; ++i)
+        result[isToSpectrum ? position(family, n, i) : i] = static_cast<Real>(predicted[i]);
+    return result;
+}
+
+// The butterflies from the lowest index bit up.
+template <class Real> std::vector<Real> predictWht(std::vector<Real> x, Real factor) {
+    for (std::size_t distance = 1; distance < x.size(); distance *= 2)
+        for (std::size_t j = 0; j < x.size(); ++j)
+            if ((j & distance) == 0) {
+                const Real a = x[j], b = x[j + distance];
+                x[j] = a + b;
+                x[j + distance] = a - b;
+            }
+    for (Real &value : x)
+        value *= factor;
+    return x;
+}
+
+template <class Real> Real factorOf(const Export &entry, int n, int32_t flag) {
+    const bool isForwardOnly = entry.family.starts_with("DFTFwd");
+    const bool isInverseOnly = entry.family.starts_with("DFTInv");
+    const int count = entry.isWht() ? 1 << n : n;
+    if (flag == zrfScaleNone || (flag == zrfScaleFwdByN && isInverseOnly) ||
+        (flag == zrfScaleInvByN && isForwardOnly))
+        return 1;
+    if (flag != zrfScaleBySqrtN)
+        return Real(1) / static_cast<Real>(count);
+    if (entry.isWht() && n % 2 != 0) // by the rounded root of 2
+        return std::ldexp(Real(1) / std::sqrt(Real(2)), -(n / 2));
+    return static_cast<Real>(1 / zrfgen::gen::squareRoot(count));
+}
+
+int32_t chooseFlag(Input &input) {
+    constexpr int32_t flags[] = {zrfScaleFwdByN, zrfScaleInvByN, zrfScaleBySqrtN, zrfScaleNone};
+    return input.oneIn(16)   ? input.raw<int32_t>()
+           : input.oneIn(16) ? input.below(256)
+                             : flags[input.below(4)];
+}
+
+template <class Real> void fuzzTransform(Input &input, const Export &entry) {
+    const int least = entry.isWht() ? 1 : 2, most = entry.isWht() ? 13 : 64;
+    int32_t n = entry.size;
+    if (entry.takesSize())
+        n = input.oneIn(8) ? input.raw<int32_t>() : least + input.below(most - least + 1);
+    const bool isSize = n >= least && n <= most;
+    const int arraySize = isSize ? n : least;
+    const int32_t flag = chooseFlag(input);
+    const bool isFlag = flag == 1 || flag == 2 || flag == 4 || flag == 8;
+
+    const Arrays arrays(input, entry.srcCount(arraySize) * sizeof(Real),
+                        entry.dstCount(arraySize) * sizeof(Real), sizeof(Real), !entry.isWht());
+    const auto kind = static_cast<Values>(input.below(4));
+    const auto source = makeValues<Real>(input, entry.srcCount(arraySize), kind);
+    std::memcpy(arrays.src, source.data(), arrays.srcBytes);
+    unsigned char *const src = input.oneIn(16) ? nullptr : arrays.src;
+    unsigned char *const dst = input.oneIn(16) ? nullptr : arrays.dst;
+
+    int32_t bufferBytes = 0;
+    if (entry.isWht())
+        exportNamed(sizeof(Real) == 4 ? "zrfgWHTGetBufferSize_32f" : "zrfgWHTGetBufferSize_64f")
+            .as<Export::SizeQuery>()(arraySize, &bufferBytes);
+    unsigned char *buffer = place(input, blockPages, bufferBytes, 16);
+    const Window around[] = {arrays.sourceWindow(), arrays.destinationWindow()};
+    const Window aroundBuffer(blockPages, buffer, bufferBytes);
+    if (input.oneIn(2))
+        buffer = nullptr;
+
+    call = entry.name + ", length or order " + std::to_string(n) + ", flag " + std::to_string(flag);
+    const Status expected = !isSize                            ? zrfStatusSizeError
+                            : src == nullptr || dst == nullptr ? zrfStatusNullPointer
+                            : !isFlag                          ? zrfStatusFlagError
+                                                               : zrfStatusOk;
+    require(entry.transform(src, dst, n, flag, buffer) == expected, "the status is that of the contract");
+    require(allocated == nullptr, "what was allocated is released");
+    for (const Window &window : around)
+        window.requireKeptBut(arrays.dst, expected == zrfStatusOk ? arrays.dstBytes : 0);
+    aroundBuffer.requireKeptBut(buffer, buffer != nullptr && expected == zrfStatusOk ? bufferBytes : 0);
+    if (expected != zrfStatusOk)
+        return;
+
+    const Real factor = factorOf<Real>(entry, n, flag);
+    const auto predicted = entry.isWht() ? predictWht(source, factor) : predictDft(entry, n, source, factor);
+    std::vector<Real> result(predicted.size());
+    std::memcpy(result.data(), arrays.dst, arrays.dstBytes);
+    require(std::ranges::equal(result, predicted, isSame<Real>), "the bits are those of the graph");
+}
+
+int32_t choosePlanLength(Input &input) {
+    if (input.oneIn(8))
+        return input.raw<int32_t>();
+    if (input.oneIn(8)) // near a power of two
+        return static_cast<int32_t>((1u << input.below(32)) + input.below(5) - 2);
+    return (2 << input.below(11)) + (input.oneIn(8) ? 1 : 0);
+}
+
+bool hasPlan(int32_t length, bool isSingle) {
+    const bool isOdd = length % 2 != 0 && length >= (isSingle ? 33 : 9);
+    return length > 1 && std::has_single_bit(static_cast<unsigned>(length - isOdd)) &&
+           length <= (isSingle ? 1 << 26 : 1 << 25) + 1;
+}
+
+// Sizes wrap around to these lengths.
+bool hasSize(int32_t length, bool isSingle) {
+    return hasPlan(length, isSingle) || length >> 1 == 1 << 29 || (!isSingle && length >> 1 == 1 << 28);
+}
+
+void fuzzSizeQuery(Input &input, const Export &entry) {
+    const bool isWht = entry.isWht();
+    const int32_t size = isWht && !input.oneIn(4) ? input.below(16) : choosePlanLength(input);
+    const bool isSize = isWht ? size >= 1 && size <= 13 : hasSize(size, entry.isSingle);
+    int32_t bytes = -1;
+    const bool isNull = input.oneIn(16);
+    call = entry.name + ", length or order " + std::to_string(size);
+    const Status expected = isNull ? zrfStatusNullPointer : isSize ? zrfStatusOk : zrfStatusSizeError;
+    require(entry.as<Export::SizeQuery>()(size, isNull ? nullptr : &bytes) == expected,
+            "the status is that of the contract");
+    require((bytes >= 0) == (expected == zrfStatusOk), "just an accepted size is stored");
+}
+
+// With a plan: the defining sum, and the same bits a second time.
+template <class Real> void fuzzDct4(Input &input, const Export &entry, int32_t length, Dct4Plan *plan) {
+    const std::size_t bytes = length * sizeof(Real);
+    const Arrays arrays(input, bytes, bytes, sizeof(Real), false);
+    const auto kind = static_cast<Values>(input.below(4));
+    const auto source = makeValues<Real>(input, length, kind);
+    std::memcpy(arrays.src, source.data(), bytes);
+    unsigned char *const src = input.oneIn(16) ? nullptr : arrays.src;
+    unsigned char *const dst = input.oneIn(16) ? nullptr : arrays.dst;
+    Dct4Plan *const given = input.oneIn(16) ? nullptr : plan;
+    const Status expected = src && dst && given ? zrfStatusOk : zrfStatusNullPointer;
+    const Window around[] = {arrays.sourceWindow(), arrays.destinationWindow()};
+    std::vector<Real> results[2] = {std::vector<Real>(length), std::vector<Real>(length)};
+    for (auto &result : results) {
+        std::memcpy(arrays.src, source.data(), bytes);
+        require(entry.as<Export::Dct4>()(src, dst, given) == expected, "the status is that of the contract");
+        std::memcpy(result.data(), arrays.dst, bytes);
+        for (const Window &window : around)
+            window.requireKeptBut(arrays.dst, expected == zrfStatusOk ? bytes : 0);
+    }
+    if (expected != zrfStatusOk || length % 2 != 0)
+        return;
+    require(std::memcmp(results[0].data(), results[1].data(), bytes) == 0, "a plan's bits stay the same");
+    if (kind != Values::Plain)
+        return;
+    static std::map<int32_t, std::vector<long double>> cosines; // of odd multiples of pi / (4 length)
+    auto &table = cosines[length];
+    for (int i = static_cast<int>(table.size()); i < 4 * length; ++i)
+        table.push_back(std::cos(std::numbers::pi_v<long double> * (2 * i + 1) / (4 * length)));
+    const double bound =
+        6 * std::numeric_limits<Real>::epsilon() * std::sqrt(length) * std::max(1.0, std::log2(length) / 6);
+    const int step = length <= 64 ? 1 : length / 16 - 1;
+    for (std::int64_t k = input.below(step); k < length; k += step) {
+        long double sum = 0;
+        std::int64_t odd = k; // ((2j+1)(2k+1) - 1) / 2 modulo 4 length
+        for (int j = 0; j < length; ++j, odd = (odd + 2 * k + 1) % (4 * length))
+            sum += source[j] * table[odd];
+        require(std::abs(results[0][k] - sum) < bound, "the result is the defining sum");
+    }
+}
+
+template <class Real> void fuzzPlan(Input &input, const Export &entry) {
+    const bool isSingle = sizeof(Real) == 4;
+    const std::string suffix = isSingle ? "_32f" : "_64f";
+    const bool isOwn = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
+    const int32_t length = choosePlanLength(input);
+    call = entry.name + ", length " + std::to_string(length);
+    int32_t bytes = 64;
+    exportNamed("zrfgDCT4GetSize" + suffix).as<Export::SizeQuery>()(length, &bytes);
+    if (hasPlan(length, isSingle) && bytes > mostPlanBytes && !isOwn)
+        return;
+    const int32_t blockBytes = std::min(bytes, mostPlanBytes);
+    unsigned char *const block = place(input, blockPages, blockBytes, 1);
+    const Window around(blockPages, block, blockBytes);
+    Dct4Plan *const none = reinterpret_cast<Dct4Plan *>(&input);
+    Dct4Plan *plan = none;
+    Dct4Plan **const planOut = input.oneIn(16) ? nullptr : &plan;
+    void *const memory = input.oneIn(16) ? nullptr : block;
+    // Where there is no plan, none may be laid into the block.
+    mostAllocatedBytes = input.oneIn(8) ? 0 : hasPlan(length, isSingle) ? mostPlanBytes : INT32_MAX;
+    const bool hasMemory = isOwn ? bytes <= mostAllocatedBytes : memory != nullptr;
+    const Status refusal = isOwn && !hasSize(length, isSingle) ? zrfStatusSizeError // before it allocates
+                           : !hasMemory                        ? zrfStatusNullPointer
+                           : !hasPlan(length, isSingle)        ? zrfStatusSizeError
+                                                               : zrfStatusOk;
+    const Status expected = planOut == nullptr ? zrfStatusNullPointer : refusal;
+    const Status status =
+        isOwn ? exportNamed("zrfgDCT4InitAlloc" + suffix).as<Export::Dct4InitAlloc>()(planOut, length)
+              : exportNamed("zrfgDCT4Init" + suffix).as<Export::Dct4Init>()(planOut, length, memory);
+    require(status == expected, "the status is that of the contract");
+    around.requireKeptBut(block, !isOwn && expected == zrfStatusOk ? bytes : 0);
+    require((allocated != nullptr) == (isOwn && expected == zrfStatusOk), "a plan has a block, others none");
+    require((plan != none) == (expected == zrfStatusOk), "just a plan's handle is stored");
+    if (expected != zrfStatusOk)
+        return;
+
+    const Export &transform = exportNamed("zrfgDCT4" + suffix);
+    fuzzDct4<Real>(input, transform, length, plan);
+    around.requireKeptBut(block, isOwn ? 0 : bytes);
+    const auto release = exportNamed("zrfgDCT4Free" + suffix).as<Export::Dct4Free>();
+    require(release(nullptr) == zrfStatusNullPointer, "null is no plan");
+    if (isOwn) {
+        require(release(plan) == zrfStatusOk && allocated == nullptr, "a plan's block is released");
+    } else {
+        std::memset(block, input.oneIn(2) ? 0 : 0xff, bytes);
+        Real number = 1, result = 2;
+        require(transform.as<Export::Dct4>()(&number, &result, plan) == zrfStatusPlanError && result == 2,
+                "what was overwritten is no plan");
+    }
+}
+
+// The few exports of the Walsh-Hadamard transform and the DCT-IV as often as the many others.
+const Export &chooseExport(Input &input) {
+    static const auto choices = [] {
+        std::vector<const Export *> list;
+        for (const Export &entry : allExports())
+            list.insert(list.end(), entry.isWht() ? 10 : entry.family == "DCT4" ? 30 : 1, &entry);
+        return list;
+    }();
+    return *choices[input.below(static_cast<int>(choices.size()))];
+}
+
+} // namespace
+
+const char *runningCall() {
+    return call.c_str();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    Input input(data, size);
+    mostAllocatedBytes = mostPlanBytes;
+    const Export &entry = chooseExport(input);
+    switch (entry.entry) {
+    case Entry::WhtBufferSize:
+    case Entry::Dct4GetSize:
+        fuzzSizeQuery(input, entry);
+        break;
+    case Entry::Dct4Init:
+    case Entry::Dct4InitAlloc:
+    case Entry::Dct4:
+    case Entry::Dct4Free:
+        entry.isSingle ? fuzzPlan<Float32>(input, entry) : fuzzPlan<Float64>(input, entry);
+        break;
+    case Entry::Version:
+        require(zrfgenGetLibVersion() == zrfgenGetLibVersion(), "there is one record");
+        break;
+    default:
+        entry.isSingle ? fuzzTransform<Float32>(input, entry) : fuzzTransform<Float64>(input, entry);
+    }
+    return 0;
+}

@@ -1,0 +1,90 @@
+// All families from several threads at once: with shared sources and shared plans, as far as these may be
+// shared, each thread gets the bits that one alone gets.
+#include "exports.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+
+constexpr int mostElements = 8192;
+
+// What every thread reads.
+struct Sources {
+    std::vector<Float32> single;
+    std::vector<Float64> wide;
+    Sources() : single(mostElements), wide(mostElements) {
+        for (int i = 0; i < mostElements; ++i)
+            single[i] = static_cast<Float32>(wide[i] = (i * 7919 % 8191 - 4095) / 4096.0);
+    }
+    const void *of(const Export &entry) const {
+        return entry.isSingle ? static_cast<const void *>(single.data()) : wide.data();
+    }
+};
+const Sources sources;
+
+struct Job {
+    std::string name;
+    std::size_t bytes;
+    std::function<Status(void *dst)> run;
+};
+
+void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
+    const std::string suffix = transform.isSingle ? "_32f" : "_64f";
+    const auto run = transform.as<Export::Dct4>();
+    const auto make = exportNamed("zrfgDCT4InitAlloc" + suffix).as<Export::Dct4InitAlloc>();
+    const auto release = exportNamed("zrfgDCT4Free" + suffix).as<Export::Dct4Free>();
+    const void *source = sources.of(transform);
+    for (int32_t length = 2; length <= mostElements; length *= 2) {
+        const auto makePlan = [=] {
+            Dct4Plan *plan = nullptr;
+            EXPECT_EQ(make(&plan, length), zrfStatusOk);
+            return std::shared_ptr<Dct4Plan>(plan, release);
+        };
+        // Longer plans have a work table, which every call writes.
+        const auto shared = length < 64 ? makePlan() : nullptr;
+        jobs.push_back({transform.name + " of " + std::to_string(length), length * transform.numberBytes(),
+                        [=](void *dst) { return run(source, dst, (shared ? shared : makePlan()).get()); }});
+    }
+}
+
+std::vector<Job> allJobs() {
+    std::vector<Job> jobs;
+    for (const Export &entry : allExports())
+        if (entry.entry == Entry::Dct4)
+            addDct4Jobs(jobs, entry);
+        else if (entry.entry == Entry::FixedSize || entry.entry == Entry::WhtOrder)
+            jobs.push_back(
+                {entry.name, entry.dstCount(entry.size) * entry.numberBytes(), [&entry](void *dst) {
+                     return entry.transform(sources.of(entry), dst, 0, zrfScaleBySqrtN, nullptr);
+                 }});
+    return jobs;
+}
+
+TEST(Threads, GetTheBitsOfOneAlone) {
+    constexpr std::size_t threadCount = 4, rounds = 5;
+    const auto jobs = allJobs();
+    std::vector<std::vector<char>> expected;
+    for (const Job &job : jobs) {
+        expected.emplace_back(job.bytes);
+        ASSERT_EQ(job.run(expected.back().data()), zrfStatusOk) << job.name;
+    }
+    std::vector<std::string> differing(threadCount);
+    std::vector<std::thread> threads;
+    for (std::size_t number = 0; number < threadCount; ++number)
+        threads.emplace_back([&, number] {
+            for (std::size_t i = 0; i < rounds * jobs.size(); ++i) {
+                // By turns the same job as the other threads, and one far from theirs.
+                const std::size_t j = (i + i % 2 * number * jobs.size() / threadCount) % jobs.size();
+                std::vector<char> result(jobs[j].bytes);
+                if (jobs[j].run(result.data()) != zrfStatusOk || result != expected[j])
+                    differing[number] = jobs[j].name;
+            }
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(differing, std::vector<std::string>(threadCount));
+}
+
+} // namespace
