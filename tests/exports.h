@@ -4,7 +4,7 @@
 #include <zrfgen/transforms.h>
 
 #include <algorithm>
-#include <string>
+#include <string_view>
 #include <vector>
 
 enum class Entry {
@@ -22,7 +22,7 @@ enum class Entry {
 };
 
 struct Export {
-    std::string name, family;
+    std::string_view name, family;
     Entry entry;
     bool isSingle;
     int32_t size; // the length or order, 0 where it is an argument
@@ -70,14 +70,10 @@ private:
 
 // In export order: by the bytes of the names.
 inline const std::vector<Export> &allExports() {
-    static const std::vector<Export> exports = [] {
-        std::vector<Export> list;
-        const auto add = [&list](const char *family, Entry entry, bool isSingle, int32_t size,
-                                 const char *name, auto *address) {
-            list.push_back({name, family, entry, isSingle, size, reinterpret_cast<void (*)()>(address)});
-        };
 #define ADD(name, family, entry, suffix, size)                                                               \
-    add(family, Entry::entry, std::string(#suffix).starts_with("32"), size, #name, name);
+    {#name,        family,                                                                                   \
+     Entry::entry, std::string_view(#suffix).starts_with("32"),                                              \
+     size,         reinterpret_cast<void (*)()>(name)},
 #define ADD_LENGTH(N, family, suffix) ADD(zrfg##family##_##N##_##suffix, #family, FixedSize, suffix, N)
 #define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \
     ZRF_FOR_EACH_LENGTH(ADD_LENGTH, family, suffix)                                                          \
@@ -94,17 +90,21 @@ inline const std::vector<Export> &allExports() {
     ADD(zrfgDCT4_##suffix, "DCT4", Dct4, suffix, 0)                                                          \
     ADD(zrfgDCT4Free_##suffix, "DCT4", Dct4Free, suffix, 0)
 #define ZRF_VERSION_QUERY(name) ADD(name, "version", Version, none, 0)
+    static const Export table[] = {
 #include <zrfgen/families.inc>
+    };
 #undef ADD
 #undef ADD_LENGTH
 #undef ADD_ORDER
+    static const std::vector<Export> sorted = [] {
+        std::vector<Export> list(std::begin(table), std::end(table));
         std::ranges::sort(list, {}, &Export::name);
         return list;
     }();
-    return exports;
+    return sorted;
 }
 
 // The export of a name that there is.
-inline const Export &exportNamed(const std::string &name) {
+inline const Export &exportNamed(std::string_view name) {
     return *std::ranges::lower_bound(allExports(), name, {}, &Export::name);
 }

@@ -235,7 +235,7 @@ int main(int count, char **arguments) {
         expected[name] = digest;
     int differences = 0;
     for (const Export &entry : allExports())
-        if (expected[entry.name] != digestOf(entry)) {
+        if (expected[std::string(entry.name)] != digestOf(entry)) {
             std::cout << entry.name << " differs\n";
             ++differences;
         }

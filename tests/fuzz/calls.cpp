@@ -160,7 +160,7 @@ template <class Real> bool isSame(Real a, Real b) {
 }
 
 // Where entry i of a spectrum, counted as R[0], R[1], I[1], R[2] ..., stands in the array of a family.
-int position(const std::string &family, int n, int i) {
+int position(std::string_view family, int n, int i) {
     if (family.ends_with("RToCCS") || family.ends_with("CCSToR"))
         return i == 0 ? 0 : i + 1;
     if ((family.ends_with("RToPerm") || family.ends_with("PermToR")) && n % 2 == 0 && i > 0)
@@ -173,7 +173,7 @@ std::vector<Real> predictDft(const Export &entry, int n, const std::vector<Real>
     using namespace zrfgen::gen;
     static std::map<std::pair<char, int>, Graph> graphs;
     constexpr Element element = sizeof(Real) == 4 ? Element::Float32 : Element::Float64;
-    const std::string &family = entry.family;
+    const std::string_view family = entry.family;
     const bool isComplex = family.ends_with("CToC"), isHartley = family == "Hartley";
     const bool isToSpectrum = family.starts_with("DFTFwd_RTo"), isFromSpectrum = family.ends_with("ToR");
     const int count = isComplex ? 2 * n : n;
@@ -257,7 +257,8 @@ template <class Real> void fuzzTransform(Input &input, const Export &entry) {
     if (input.oneIn(2))
         buffer = nullptr;
 
-    call = entry.name + ", length or order " + std::to_string(n) + ", flag " + std::to_string(flag);
+    call =
+        std::string(entry.name) + ", length or order " + std::to_string(n) + ", flag " + std::to_string(flag);
     const Status expected = !isSize                            ? zrfStatusSizeError
                             : src == nullptr || dst == nullptr ? zrfStatusNullPointer
                             : !isFlag                          ? zrfStatusFlagError
@@ -302,7 +303,7 @@ void fuzzSizeQuery(Input &input, const Export &entry) {
     const bool isSize = isWht ? size >= 1 && size <= 13 : hasSize(size, entry.isSingle);
     int32_t bytes = -1;
     const bool isNull = input.oneIn(16);
-    call = entry.name + ", length or order " + std::to_string(size);
+    call = std::string(entry.name) + ", length or order " + std::to_string(size);
     const Status expected = isNull ? zrfStatusNullPointer : isSize ? zrfStatusOk : zrfStatusSizeError;
     require(entry.as<Export::SizeQuery>()(size, isNull ? nullptr : &bytes) == expected,
             "the status is that of the contract");
@@ -355,7 +356,7 @@ template <class Real> void fuzzPlan(Input &input, const Export &entry) {
     const std::string suffix = isSingle ? "_32f" : "_64f";
     const bool isOwn = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
     const int32_t length = choosePlanLength(input);
-    call = entry.name + ", length " + std::to_string(length);
+    call = std::string(entry.name) + ", length " + std::to_string(length);
     int32_t bytes = 64;
     exportNamed("zrfgDCT4GetSize" + suffix).as<Export::SizeQuery>()(length, &bytes);
     if (hasPlan(length, isSingle) && bytes > mostPlanBytes && !isOwn)

@@ -44,7 +44,8 @@ void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
         };
         // Longer plans have a work table, which every call writes.
         const auto shared = length < 64 ? makePlan() : nullptr;
-        jobs.push_back({transform.name + " of " + std::to_string(length), length * transform.numberBytes(),
+        jobs.push_back({std::string(transform.name) + " of " + std::to_string(length),
+                        length * transform.numberBytes(),
                         [=](void *dst) { return run(source, dst, (shared ? shared : makePlan()).get()); }});
     }
 }
@@ -55,10 +56,10 @@ std::vector<Job> allJobs() {
         if (entry.entry == Entry::Dct4)
             addDct4Jobs(jobs, entry);
         else if (entry.entry == Entry::FixedSize || entry.entry == Entry::WhtOrder)
-            jobs.push_back(
-                {entry.name, entry.dstCount(entry.size) * entry.numberBytes(), [&entry](void *dst) {
-                     return entry.transform(sources.of(entry), dst, 0, zrfScaleBySqrtN, nullptr);
-                 }});
+            jobs.push_back({std::string(entry.name), entry.dstCount(entry.size) * entry.numberBytes(),
+                            [&entry](void *dst) {
+                                return entry.transform(sources.of(entry), dst, 0, zrfScaleBySqrtN, nullptr);
+                            }});
     return jobs;
 }
 
