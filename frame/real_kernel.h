@@ -14,7 +14,9 @@ namespace zrfgen {
 template <class Kernel, Direction direction, Layout layout = Layout::Pack>
 inline Status runRealKernel(const void *src, void *dst, std::int32_t flag) {
     return checkedCall<Kernel, direction>(
-        src, dst, flag, [](auto... arguments) { Kernel::template transform<layout>(arguments...); });
+        src, dst, flag, [](auto... arguments) __attribute__((always_inline)) {
+            Kernel::template transform<layout>(arguments...);
+        });
 }
 
 } // namespace zrfgen

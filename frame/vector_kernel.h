@@ -15,9 +15,10 @@ inline bool areAligned(const void *src, const void *dst) {
 
 template <class Kernel, Direction direction, Access access>
 inline Status runOnPath(const void *src, void *dst, std::int32_t flag) {
-    return checkedCall<Kernel, direction>(src, dst, flag, [](auto... arguments) {
-        Kernel::template transform<direction, access>(arguments...);
-    });
+    return checkedCall<Kernel, direction>(
+        src, dst, flag, [](auto... arguments) __attribute__((always_inline)) {
+            Kernel::template transform<direction, access>(arguments...);
+        });
 }
 
 // A routine of its own, so that the aligned path stays compact.
