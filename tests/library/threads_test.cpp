@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
 
 namespace {
@@ -28,6 +29,7 @@ struct Job {
     std::string name;
     std::size_t bytes;
     std::function<Status(void *dst)> run;
+    std::shared_ptr<Dct4Plan> plan = nullptr; // kept for the calls
 };
 
 void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
@@ -42,11 +44,15 @@ void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
             EXPECT_EQ(make(&plan, length), zrfStatusOk);
             return std::shared_ptr<Dct4Plan>(plan, release);
         };
-        // Longer plans have a work table, which every call writes.
-        const auto shared = length < 64 ? makePlan() : nullptr;
+        // Longer plans have a work table, which every call writes. Calls take no count of the plan's owners:
+        // it would put the threads in an order that hides their races.
+        const auto owned = length < 64 ? makePlan() : nullptr;
         jobs.push_back({std::string(transform.name) + " of " + std::to_string(length),
                         length * transform.numberBytes(),
-                        [=](void *dst) { return run(source, dst, (shared ? shared : makePlan()).get()); }});
+                        [=, shared = owned.get()](void *dst) {
+                            return run(source, dst, shared ? shared : makePlan().get());
+                        },
+                        owned});
     }
 }
 
