@@ -62,7 +62,7 @@ Word word(const void *address) {
     return reinterpret_cast<Word>(address);
 }
 
-alignas(16) unsigned char arrays[3][8200 * sizeof(Float64)]; // of the longest transforms, off a boundary
+alignas(16) unsigned char arrays[3][1 << 17];
 
 void checkTransform(const Export &entry, Word size, Word offset, Word stackShift, const void *buffer) {
     const Word function = reinterpret_cast<Word>(entry.address);
