@@ -106,10 +106,7 @@ void addRuns(Digest &digest, const Export &entry, std::size_t srcCount, std::siz
 }
 
 void addTransform(Digest &digest, const Export &entry, int32_t n) {
-    int32_t bufferBytes = 0;
-    if (entry.isWht())
-        exportNamed(entry.isSingle ? "zrfgWHTGetBufferSize_32f" : "zrfgWHTGetBufferSize_64f")
-            .as<Export::SizeQuery>()(n, &bufferBytes);
+    const int32_t bufferBytes = entry.isWht() ? whtBufferBytes(n, entry.isSingle) : 0;
     const Array buffer(bufferBytes, 0);
     for (const int32_t flag : {zrfScaleFwdByN, zrfScaleInvByN, zrfScaleBySqrtN, zrfScaleNone})
         for (void *scratch : {static_cast<void *>(buffer.start), static_cast<void *>(nullptr)}) {
@@ -155,12 +152,7 @@ void addSizes(Digest &digest, const Export &entry) {
 
 // The DCT-IV by plans in the caller's block or the library's own.
 void addDct4(Digest &digest, const Export &entry) {
-    const std::string suffix = entry.isSingle ? "_32f" : "_64f";
-    const auto getSize = exportNamed("zrfgDCT4GetSize" + suffix).as<Export::SizeQuery>();
-    const auto init = exportNamed("zrfgDCT4Init" + suffix).as<Export::Dct4Init>();
-    const auto initAlloc = exportNamed("zrfgDCT4InitAlloc" + suffix).as<Export::Dct4InitAlloc>();
-    const auto transform = exportNamed("zrfgDCT4" + suffix).as<Export::Dct4>();
-    const auto release = exportNamed("zrfgDCT4Free" + suffix).as<Export::Dct4Free>();
+    const auto [getSize, init, initAlloc, transform, release] = Dct4Functions(entry.isSingle);
     const bool isAllocated = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
     Dct4Plan *plan = nullptr;
     for (int32_t length = 2; length <= 16384; length *= 2) {
@@ -169,7 +161,7 @@ void addDct4(Digest &digest, const Export &entry) {
         const Array block(bytes, static_cast<std::size_t>(length) % 31);
         digest.add(isAllocated ? initAlloc(&plan, length) : init(&plan, length, block.start));
         addRuns(digest, entry, length, length,
-                [&](const void *src, void *dst) { return transform(src, dst, plan); });
+                [&, run = transform](const void *src, void *dst) { return run(src, dst, plan); });
         if (isAllocated)
             digest.add(release(plan));
     }

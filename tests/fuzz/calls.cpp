@@ -159,38 +159,28 @@ template <class Real> bool isSame(Real a, Real b) {
     return std::memcmp(&a, &b, sizeof a) == 0 || (a != a && b != b);
 }
 
-// Where entry i of a spectrum, counted as R[0], R[1], I[1], R[2] ..., stands in the array of a family.
-int position(std::string_view family, int n, int i) {
-    if (family.ends_with("RToCCS") || family.ends_with("CCSToR"))
-        return i == 0 ? 0 : i + 1;
-    if ((family.ends_with("RToPerm") || family.ends_with("PermToR")) && n % 2 == 0 && i > 0)
-        return i == n - 1 ? 1 : i + 1;
-    return i;
-}
-
 template <class Real>
 std::vector<Real> predictDft(const Export &entry, int n, const std::vector<Real> &source, Real factor) {
     using namespace zrfgen::gen;
     static std::map<std::pair<char, int>, Graph> graphs;
     constexpr Element element = sizeof(Real) == 4 ? Element::Float32 : Element::Float64;
     const std::string_view family = entry.family;
-    const bool isComplex = family.ends_with("CToC"), isHartley = family == "Hartley";
-    const bool isToSpectrum = family.starts_with("DFTFwd_RTo"), isFromSpectrum = family.ends_with("ToR");
-    const int count = isComplex ? 2 * n : n;
-    Graph &graph = graphs[{isComplex ? 'c' : isToSpectrum ? 'f' : isFromSpectrum ? 'i' : 'h', n}];
+    const char kind = entry.isComplex() ? 'c' : family == "Hartley" ? 'h' : family[3]; // Fwd or Inv
+    const int count = entry.numbers(n);
+    Graph &graph = graphs[{kind, n}];
     if (graph.size() == 0)
-        graph = isComplex      ? complexDft(n, element, sse3)
-                : isToSpectrum ? forwardRealDft(n, element)
-                : isHartley    ? hartley(n, element)
-                               : inverseRealDft(n, element);
+        graph = kind == 'c'   ? complexDft(n, element, sse3)
+                : kind == 'F' ? forwardRealDft(n, element)
+                : kind == 'h' ? hartley(n, element)
+                              : inverseRealDft(n, element);
     std::vector<Quad> graphSource(count);
     for (int i = 0; i < count; ++i)
-        graphSource[i] = source[isFromSpectrum ? position(family, n, i) : i];
+        graphSource[i] = source[entry.srcPosition(n, i)];
     const Direction direction = family == "DFTInv_CToC" ? Direction::Inverse : Direction::Forward;
     const auto predicted = evaluate(graph, direction, Precision::Native, graphSource, factor, count);
     std::vector<Real> result(entry.dstCount(n), 0);
     for (int i = 0; i < count; ++i)
-        result[isToSpectrum ? position(family, n, i) : i] = static_cast<Real>(predicted[i]);
+        result[entry.dstPosition(n, i)] = static_cast<Real>(predicted[i]);
     return result;
 }
 
@@ -211,7 +201,7 @@ template <class Real> std::vector<Real> predictWht(std::vector<Real> x, Real fac
 template <class Real> Real factorOf(const Export &entry, int n, int32_t flag) {
     const bool isForwardOnly = entry.family.starts_with("DFTFwd");
     const bool isInverseOnly = entry.family.starts_with("DFTInv");
-    const int count = entry.isWht() ? 1 << n : n;
+    const int count = entry.numbers(n) / (entry.isComplex() ? 2 : 1);
     if (flag == zrfScaleNone || (flag == zrfScaleFwdByN && isInverseOnly) ||
         (flag == zrfScaleInvByN && isForwardOnly))
         return 1;
@@ -224,16 +214,14 @@ template <class Real> Real factorOf(const Export &entry, int n, int32_t flag) {
 
 int32_t chooseFlag(Input &input) {
     constexpr int32_t flags[] = {zrfScaleFwdByN, zrfScaleInvByN, zrfScaleBySqrtN, zrfScaleNone};
-    return input.oneIn(16)   ? input.raw<int32_t>()
-           : input.oneIn(16) ? input.below(256)
-                             : flags[input.below(4)];
+    return input.oneIn(8) ? input.raw<int32_t>() : input.oneIn(8) ? input.below(256) : flags[input.below(4)];
 }
 
 template <class Real> void fuzzTransform(Input &input, const Export &entry) {
     const int least = entry.isWht() ? 1 : 2, most = entry.isWht() ? 13 : 64;
     int32_t n = entry.size;
     if (entry.takesSize())
-        n = input.oneIn(8) ? input.raw<int32_t>() : least + input.below(most - least + 1);
+        n = input.oneIn(8) ? input.raw<int32_t>() : least - 2 + input.below(most - least + 5);
     const bool isSize = n >= least && n <= most;
     const int arraySize = isSize ? n : least;
     const int32_t flag = chooseFlag(input);
@@ -247,10 +235,7 @@ template <class Real> void fuzzTransform(Input &input, const Export &entry) {
     unsigned char *const src = input.oneIn(16) ? nullptr : arrays.src;
     unsigned char *const dst = input.oneIn(16) ? nullptr : arrays.dst;
 
-    int32_t bufferBytes = 0;
-    if (entry.isWht())
-        exportNamed(sizeof(Real) == 4 ? "zrfgWHTGetBufferSize_32f" : "zrfgWHTGetBufferSize_64f")
-            .as<Export::SizeQuery>()(arraySize, &bufferBytes);
+    const int32_t bufferBytes = entry.isWht() ? whtBufferBytes(arraySize, entry.isSingle) : 0;
     unsigned char *buffer = place(input, blockPages, bufferBytes, 16);
     const Window around[] = {arrays.sourceWindow(), arrays.destinationWindow()};
     const Window aroundBuffer(blockPages, buffer, bufferBytes);
@@ -310,22 +295,21 @@ void fuzzSizeQuery(Input &input, const Export &entry) {
     require((bytes >= 0) == (expected == zrfStatusOk), "just an accepted size is stored");
 }
 
-// With a plan: the defining sum, and the same bits a second time.
-template <class Real> void fuzzDct4(Input &input, const Export &entry, int32_t length, Dct4Plan *plan) {
+// With a plan: the defining sum, and the same bits in other arrays.
+template <class Real> void fuzzDct4(Input &input, Export::Dct4 transform, int32_t length, Dct4Plan *plan) {
     const std::size_t bytes = length * sizeof(Real);
-    const Arrays arrays(input, bytes, bytes, sizeof(Real), false);
     const auto kind = static_cast<Values>(input.below(4));
     const auto source = makeValues<Real>(input, length, kind);
-    std::memcpy(arrays.src, source.data(), bytes);
-    unsigned char *const src = input.oneIn(16) ? nullptr : arrays.src;
-    unsigned char *const dst = input.oneIn(16) ? nullptr : arrays.dst;
-    Dct4Plan *const given = input.oneIn(16) ? nullptr : plan;
-    const Status expected = src && dst && given ? zrfStatusOk : zrfStatusNullPointer;
-    const Window around[] = {arrays.sourceWindow(), arrays.destinationWindow()};
+    const bool isSource = !input.oneIn(16), isDestination = !input.oneIn(16), isPlan = !input.oneIn(16);
+    const Status expected = isSource && isDestination && isPlan ? zrfStatusOk : zrfStatusNullPointer;
     std::vector<Real> results[2] = {std::vector<Real>(length), std::vector<Real>(length)};
     for (auto &result : results) {
+        const Arrays arrays(input, bytes, bytes, sizeof(Real), false);
         std::memcpy(arrays.src, source.data(), bytes);
-        require(entry.as<Export::Dct4>()(src, dst, given) == expected, "the status is that of the contract");
+        const Window around[] = {arrays.sourceWindow(), arrays.destinationWindow()};
+        require(transform(isSource ? arrays.src : nullptr, isDestination ? arrays.dst : nullptr,
+                          isPlan ? plan : nullptr) == expected,
+                "the status is that of the contract");
         std::memcpy(result.data(), arrays.dst, bytes);
         for (const Window &window : around)
             window.requireKeptBut(arrays.dst, expected == zrfStatusOk ? bytes : 0);
@@ -353,12 +337,12 @@ template <class Real> void fuzzDct4(Input &input, const Export &entry, int32_t l
 
 template <class Real> void fuzzPlan(Input &input, const Export &entry) {
     const bool isSingle = sizeof(Real) == 4;
-    const std::string suffix = isSingle ? "_32f" : "_64f";
+    const Dct4Functions dct4(isSingle);
     const bool isOwn = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
     const int32_t length = choosePlanLength(input);
     call = std::string(entry.name) + ", length " + std::to_string(length);
     int32_t bytes = 64;
-    exportNamed("zrfgDCT4GetSize" + suffix).as<Export::SizeQuery>()(length, &bytes);
+    dct4.getSize(length, &bytes);
     if (hasPlan(length, isSingle) && bytes > mostPlanBytes && !isOwn)
         return;
     const int32_t blockBytes = std::min(bytes, mostPlanBytes);
@@ -376,37 +360,38 @@ template <class Real> void fuzzPlan(Input &input, const Export &entry) {
                            : !hasPlan(length, isSingle)        ? zrfStatusSizeError
                                                                : zrfStatusOk;
     const Status expected = planOut == nullptr ? zrfStatusNullPointer : refusal;
-    const Status status =
-        isOwn ? exportNamed("zrfgDCT4InitAlloc" + suffix).as<Export::Dct4InitAlloc>()(planOut, length)
-              : exportNamed("zrfgDCT4Init" + suffix).as<Export::Dct4Init>()(planOut, length, memory);
+    const Status status = isOwn ? dct4.initAlloc(planOut, length) : dct4.init(planOut, length, memory);
     require(status == expected, "the status is that of the contract");
     around.requireKeptBut(block, !isOwn && expected == zrfStatusOk ? bytes : 0);
-    require((allocated != nullptr) == (isOwn && expected == zrfStatusOk), "a plan has a block, others none");
+    require(allocated == (isOwn && expected == zrfStatusOk ? allocatedPages.end() - bytes : nullptr),
+            "a plan has a block of its size, others none");
     require((plan != none) == (expected == zrfStatusOk), "just a plan's handle is stored");
     if (expected != zrfStatusOk)
         return;
 
-    const Export &transform = exportNamed("zrfgDCT4" + suffix);
-    fuzzDct4<Real>(input, transform, length, plan);
+    fuzzDct4<Real>(input, dct4.transform, length, plan);
     around.requireKeptBut(block, isOwn ? 0 : bytes);
-    const auto release = exportNamed("zrfgDCT4Free" + suffix).as<Export::Dct4Free>();
-    require(release(nullptr) == zrfStatusNullPointer, "null is no plan");
+    require(dct4.release(nullptr) == zrfStatusNullPointer, "null is no plan");
     if (isOwn) {
-        require(release(plan) == zrfStatusOk && allocated == nullptr, "a plan's block is released");
+        require(dct4.release(plan) == zrfStatusOk && allocated == nullptr, "a plan's block is released");
     } else {
         std::memset(block, input.oneIn(2) ? 0 : 0xff, bytes);
         Real number = 1, result = 2;
-        require(transform.as<Export::Dct4>()(&number, &result, plan) == zrfStatusPlanError && result == 2,
+        require(dct4.transform(&number, &result, plan) == zrfStatusPlanError && result == 2,
                 "what was overwritten is no plan");
     }
 }
 
-// The few exports of the Walsh-Hadamard transform and the DCT-IV as often as the many others.
+// The few exports of many lengths, of the Walsh-Hadamard transform and the DCT-IV more often than the others.
 const Export &chooseExport(Input &input) {
     static const auto choices = [] {
         std::vector<const Export *> list;
         for (const Export &entry : allExports())
-            list.insert(list.end(), entry.isWht() ? 10 : entry.family == "DCT4" ? 30 : 1, &entry);
+            list.insert(list.end(),
+                        entry.family == "DCT4"               ? 30
+                        : entry.isWht() || entry.takesSize() ? 10
+                                                             : 1,
+                        &entry);
         return list;
     }();
     return *choices[input.below(static_cast<int>(choices.size()))];

@@ -25,17 +25,6 @@ template <class Check> void forEachElement(Check check) {
     }
 }
 
-TEST(Dct4Kernels, DirectOnesGiveTheTransform) {
-    for (const int n : {2, 4, 8, 16, 32}) {
-        const auto x = randomSource(n);
-        std::vector<Quad> expected(n, 0);
-        for (int k = 0; k < n; ++k)
-            for (int j = 0; j < n; ++j)
-                expected[k] += x[j] * cosine({static_cast<long>(2 * j + 1) * (2 * k + 1), 8 * n});
-        EXPECT_LT(largestDifference(run(directDct4(n, Element::Float32), x, n), expected), exactness) << n;
-    }
-}
-
 TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
     forEachElement([](Element element, int lanes) {
         for (int n = 2; n <= 64; n *= 2) {

@@ -1,6 +1,8 @@
 #include "number/quad.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
+#include <numbers>
 
 namespace zrfgen::gen {
 
@@ -19,6 +21,8 @@ TEST(Cosine, IsSymmetricToTheLastBit) {
             EXPECT_TRUE(cosine({k, n}) == cosine({-k, n})) << k << "/" << n;
             EXPECT_TRUE(cosine({k, n}) == -cosine(Turn(k, n) + Turn(1, 2))) << k << "/" << n;
             EXPECT_TRUE(sine({k, n}) == cosine(Turn(k, n) + Turn(-1, 4))) << k << "/" << n;
+            const long double angle = 2 * std::numbers::pi_v<long double> * k / n;
+            EXPECT_NEAR(static_cast<double>(cosine({k, n}) - std::cos(angle)), 0, 1e-18) << k << "/" << n;
             const Quad norm = cosine({k, n}) * cosine({k, n}) + sine({k, n}) * sine({k, n});
             EXPECT_LT(static_cast<double>(norm > 1 ? norm - 1 : 1 - norm), 1e-33) << k << "/" << n;
         }

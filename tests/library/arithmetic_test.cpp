@@ -1,10 +1,10 @@
 // The shortest complex transforms bit for bit against their arithmetic: each rounding where it belongs, in
-// the order of additions that makes up the result. Forward only: the inverse is the forward transform with
-// real and imaginary parts exchanged.
-#include "values.h"
+// the order of additions that makes up the result. Forward only: the inverse mirrors the forward transform.
+#include "definition.h"
 
 #include <complex>
 #include <functional>
+#include <span>
 
 namespace {
 
@@ -106,7 +106,7 @@ template <class Real> Values outputOf(const Oracle<Real> &oracle, const Values &
 
 // How many of a thousand random inputs give just the oracle's numbers.
 template <class Real> int agreements(int length, const Oracle<Real> &oracle) {
-    const Transform &transform = builtTransform("DFTFwd_CToC", length, sizeof(Real) == sizeof(Float32));
+    const Export &transform = transformOf("DFTFwd_CToC", length, sizeof(Real) == sizeof(Float32));
     int count = 0;
     for (unsigned seed = 0; seed < 1000; ++seed) {
         const Values input = randomValues(transform, seed);
@@ -142,6 +142,40 @@ TEST(Arithmetic, Complex64) {
     EXPECT_EQ(agreements<Float64>(6, dft6<Float64>), 1000);
     EXPECT_EQ(agreements<Float64>(8, dft8InVectors), 1000);
     EXPECT_EQ(agreements<Float64>(9, cooleyTukey<Float64, 3, 3, block3, block3>), 1000);
+}
+
+// Lengths whose additions stand in the same order in both directions. The others agree within rounding.
+bool hasExchangeSymmetry(int length, bool isSingle) {
+    constexpr int otherOrder64[] = {22, 33, 44, 46, 49, 50, 55, 58, 62};
+    constexpr int primesByConvolution[] = {7, 11, 13, 17, 19, 23, 29, 31, 37, 41, 43, 47, 53, 59, 61};
+    return std::ranges::count(isSingle ? std::span<const int>(primesByConvolution) : otherOrder64, length) ==
+           0;
+}
+
+// Real and imaginary parts exchanged.
+Values exchanged(Values values) {
+    for (std::size_t i = 0; i < values.size(); i += 2)
+        std::swap(values[i], values[i + 1]);
+    return values;
+}
+
+TEST(Arithmetic, OfTheInverseMirrorsThatOfTheForwardTransform) {
+    for (const bool isSingle : {true, false})
+        for (int length = 2; length <= 64; ++length) {
+            const Export &forward = transformOf("DFTFwd_CToC", length, isSingle);
+            const Export &inverse = transformOf("DFTInv_CToC", length, isSingle);
+            SCOPED_TRACE(forward.name);
+            const Values input = randomValues(forward, 3), output = run(forward, input, zrfScaleBySqrtN);
+            if (hasExchangeSymmetry(length, isSingle)) {
+                EXPECT_EQ(run(inverse, exchanged(input), zrfScaleBySqrtN), exchanged(output));
+            }
+            if (length <= 5) {
+                Values reversed = output;
+                for (std::size_t i = 2; i < output.size(); ++i)
+                    reversed[i] = output[output.size() - i + 2 * (i % 2)];
+                EXPECT_EQ(run(inverse, input, zrfScaleBySqrtN), reversed);
+            }
+        }
 }
 
 } // namespace

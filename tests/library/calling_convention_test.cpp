@@ -1,9 +1,10 @@
 // What a caller's registers, stack and floating-point state look like after a call.
-#include "values.h"
+#include "exports.h"
 
 #include <algorithm>
 #include <cfenv>
 #include <cstdint>
+#include <gtest/gtest.h>
 #include <pmmintrin.h>
 
 namespace {
@@ -57,57 +58,55 @@ Word callAndCheck(Word function, std::vector<Word> arguments, Word stackShift) {
     return result;
 }
 
-class CallingConvention : public EachTransform {};
-
-TEST_P(CallingConvention, KeepsTheCallersState) {
-    const Transform &transform = GetParam();
-    const Word call = reinterpret_cast<Word>(transform.call);
-    const Word anySize = reinterpret_cast<Word>(transform.anySize);
-    const Word length = static_cast<Word>(transform.length);
-    const Values input = randomValues(transform, 5);
-    Arena src(0), dst(0);
-    for (const std::size_t offset : {0, 4})
-        for (const Word stackShift : {0, 4, 8, 12}) {
-            encode(transform, input, src.at(offset));
-            const Word from = reinterpret_cast<Word>(src.at(offset)),
-                       to = reinterpret_cast<Word>(dst.at(offset));
-            const auto check = [&](Word function, const std::vector<Word> &arguments, Status expected) {
-                EXPECT_EQ(static_cast<Status>(callAndCheck(function, arguments, stackShift)), expected);
-            };
-            check(call, {from, to, zrfScaleNone}, zrfStatusOk);
-            check(call, {from, 0, zrfScaleNone}, zrfStatusNullPointer);
-            check(call, {from, to, 3}, zrfStatusFlagError);
-            check(anySize, {from, to, length, zrfScaleNone}, zrfStatusOk);
-            check(anySize, {from, to, 65, zrfScaleNone}, zrfStatusSizeError);
-        }
+Word word(const void *address) {
+    return reinterpret_cast<Word>(address);
 }
 
-INSTANTIATE_FOR_EACH_TRANSFORM(CallingConvention);
+alignas(16) unsigned char arrays[3][1 << 17];
 
-TEST(CallingConvention, KeepsTheCallersStateInWalshHadamard) {
-    alignas(16) static unsigned char arrays[3][2 * 8192 * sizeof(Float64)];
-    const auto word = [](const void *address) { return reinterpret_cast<Word>(address); };
-    for (const std::string suffix : {"_32f", "_64f"})
-        for (const Word stackShift : {0, 4, 8, 12}) {
-            const Word anyOrder = word(exportAddress("zrfgWHT" + suffix)),
-                       query = word(exportAddress("zrfgWHTGetBufferSize" + suffix));
-            EXPECT_EQ(callAndCheck(query, {13, word(arrays[0])}, stackShift), Word(zrfStatusOk));
-            for (Word order = 1; order <= 13; ++order) {
-                const Word fixedOrder = word(exportAddress("zrfgWHT_" + std::to_string(order) + suffix));
-                for (const Word buffer : {word(arrays[2]), Word(0)}) {
-                    const Word src = word(arrays[0] + 8 * (order % 2)), dst = word(arrays[1]);
-                    EXPECT_EQ(callAndCheck(fixedOrder, {src, dst, 8, buffer}, stackShift), Word(zrfStatusOk));
-                    EXPECT_EQ(callAndCheck(anyOrder, {src, dst, order, 8, buffer}, stackShift),
-                              Word(zrfStatusOk));
+void checkTransform(const Export &entry, Word size, Word offset, Word stackShift, const void *buffer) {
+    const Word function = reinterpret_cast<Word>(entry.address);
+    const auto check = [&](Word dst, Word size, Word flag, Status expected) {
+        std::vector<Word> arguments = {word(arrays[0]) + offset, dst};
+        if (entry.takesSize())
+            arguments.push_back(size);
+        arguments.push_back(flag);
+        if (entry.isWht())
+            arguments.push_back(word(buffer));
+        EXPECT_EQ(static_cast<Status>(callAndCheck(function, arguments, stackShift)), expected);
+    };
+    const Word dst = word(arrays[1]) + offset;
+    check(dst, size, zrfScaleNone, zrfStatusOk);
+    check(0, size, zrfScaleNone, zrfStatusNullPointer);
+    check(dst, size, 3, zrfStatusFlagError);
+    if (entry.takesSize())
+        check(dst, 65, zrfScaleNone, zrfStatusSizeError);
+}
+
+TEST(CallingConvention, KeepsTheCallersStateInTransforms) {
+    for (const Export &entry : allExports()) {
+        if (entry.entry > Entry::WhtAnyOrder)
+            continue;
+        SCOPED_TRACE(entry.name);
+        const int least = entry.size ? entry.size : entry.isWht() ? 1 : 2;
+        const int most = entry.size ? entry.size : entry.isWht() ? 13 : 64;
+        for (int size = least; size <= most; ++size)
+            for (const Word offset : {std::size_t{0}, entry.numberBytes()})
+                for (const Word stackShift : {0, 4, 8, 12}) {
+                    checkTransform(entry, size, offset, stackShift, arrays[2]);
+                    if (entry.isWht())
+                        checkTransform(entry, size, offset, stackShift, nullptr);
                 }
-            }
-        }
+    }
 }
 
-TEST(CallingConvention, KeepsTheCallersStateInTheVersionQuery) {
-    const Word query = reinterpret_cast<Word>(exportAddress("zrfgenGetLibVersion"));
-    for (const Word stackShift : {0, 4, 8, 12})
-        EXPECT_NE(callAndCheck(query, {}, stackShift), 0u);
+TEST(CallingConvention, KeepsTheCallersStateInQueries) {
+    const auto named = [](const char *name) { return reinterpret_cast<Word>(exportNamed(name).address); };
+    for (const Word stackShift : {0, 4, 8, 12}) {
+        EXPECT_NE(callAndCheck(named("zrfgenGetLibVersion"), {}, stackShift), 0u);
+        for (const char *name : {"zrfgWHTGetBufferSize_32f", "zrfgWHTGetBufferSize_64f"})
+            EXPECT_EQ(callAndCheck(named(name), {13, word(arrays[0])}, stackShift), Word(zrfStatusOk));
+    }
 }
 
 TEST(CallingConvention, KeepsTheCallersStateInDct4) {
@@ -116,25 +115,24 @@ TEST(CallingConvention, KeepsTheCallersStateInDct4) {
             const auto check = [&](const std::string &name, const std::vector<Word> &arguments,
                                    Status expected) {
                 SCOPED_TRACE(name);
-                const Word function = reinterpret_cast<Word>(exportAddress("zrfgDCT4" + name + suffix));
+                const Word function = reinterpret_cast<Word>(exportNamed("zrfgDCT4" + name + suffix).address);
                 EXPECT_EQ(static_cast<Status>(callAndCheck(function, arguments, stackShift)), expected);
             };
             const Word length = 4096;
             int32_t size = 0;
             Dct4Plan *plan = nullptr;
-            const Word sizeOut = reinterpret_cast<Word>(&size), planOut = reinterpret_cast<Word>(&plan);
+            const Word sizeOut = word(&size), planOut = word(&plan);
             check("GetSize", {length, sizeOut}, zrfStatusOk);
             check("GetSize", {48, sizeOut}, zrfStatusSizeError);
             std::vector<unsigned char> block(static_cast<std::size_t>(size));
-            check("Init", {planOut, length, reinterpret_cast<Word>(block.data())}, zrfStatusOk);
+            check("Init", {planOut, length, word(block.data())}, zrfStatusOk);
             check("Init", {planOut, length, 0}, zrfStatusNullPointer);
             check("InitAlloc", {planOut, 48}, zrfStatusSizeError);
             check("InitAlloc", {planOut, length}, zrfStatusOk);
-            alignas(16) static unsigned char array[4096 * sizeof(Float64)];
-            const Word elements = reinterpret_cast<Word>(array);
-            check("", {elements, elements, reinterpret_cast<Word>(plan)}, zrfStatusOk);
+            const Word elements = word(arrays[0]);
+            check("", {elements, elements, word(plan)}, zrfStatusOk);
             check("", {elements, elements, 0}, zrfStatusNullPointer);
-            check("Free", {reinterpret_cast<Word>(plan)}, zrfStatusOk);
+            check("Free", {word(plan)}, zrfStatusOk);
             check("Free", {0}, zrfStatusNullPointer);
         }
 }

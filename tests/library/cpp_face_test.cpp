@@ -1,11 +1,12 @@
 // The typed C++ face: the values and refusals of the C calls behind it, and what does not compile.
-#include "registry.h"
+#include "exports.h"
 
 #include <zrfgen/transforms.hpp>
 
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <numbers>
 #include <random>
 
@@ -42,12 +43,13 @@ template <class Element> bool haveSameBits(const std::vector<Element> &a, const 
 }
 
 // Holds the face to the C call, with sizes known when it is compiled and with the same sizes at run time.
-template <class Element, std::size_t from, std::size_t to, class Plain, class Face>
-void compare(Plain plain, Face face) {
+template <class Element, std::size_t from, std::size_t to, class Face>
+void compare(const Export &plain, int32_t size, Face face) {
     const std::vector<Element> source = randomElements<Element>(from);
     for (const Scale scale : {Scale::ForwardByN, Scale::InverseByN, Scale::BySqrtN, Scale::None}) {
         std::vector<Element> expected(to), known(to), measured(to);
-        ASSERT_EQ(plain(source.data(), expected.data(), static_cast<int32_t>(scale)), zrfStatusOk);
+        const int32_t flag = static_cast<int32_t>(scale);
+        ASSERT_EQ(plain.transform(source.data(), expected.data(), size, flag, nullptr), zrfStatusOk);
         EXPECT_EQ(face(std::span<const Element, from>(source), std::span<Element, to>(known), scale), 0);
         EXPECT_EQ(face(source, measured, scale), 0);
         EXPECT_TRUE(haveSameBits(known, expected));
@@ -59,34 +61,29 @@ template <class Real, std::size_t N> void compareAtLength() {
     SCOPED_TRACE(N);
     using Complex = std::complex<Real>;
     constexpr std::size_t ccsSize = zrfgen::spectrumSize(CCS, N);
-    const auto plain = [](const char *family) { return builtTransform(family, N, sizeof(Real) == 4).call; };
-    compare<Complex, N, N>(plain("DFTFwd_CToC"), forward);
-    compare<Complex, N, N>(plain("DFTFwd_CToC"), forwardOf<N>);
-    compare<Complex, N, N>(plain("DFTInv_CToC"), inverse);
-    compare<Real, N, ccsSize>(plain("DFTFwd_RToCCS"), realForward<CCS>);
-    compare<Real, N, N>(plain("DFTFwd_RToPack"), realForward<Pack>);
-    compare<Real, N, N>(plain("DFTFwd_RToPerm"), realForward<Perm>);
-    compare<Real, ccsSize, N>(plain("DFTInv_CCSToR"), realInverse<CCS>);
-    compare<Real, N, N>(plain("DFTInv_PackToR"), realInverse<Pack>);
-    compare<Real, N, N>(plain("DFTInv_PermToR"), realInverse<Perm>);
-    compare<Real, N, N>(plain("Hartley"), hartley);
+    const auto plain = [](const char *family) { return transformOf(family, N, sizeof(Real) == 4); };
+    compare<Complex, N, N>(plain("DFTFwd_CToC"), N, forward);
+    compare<Complex, N, N>(plain("DFTFwd_CToC"), N, forwardOf<N>);
+    compare<Complex, N, N>(plain("DFTInv_CToC"), N, inverse);
+    compare<Real, N, ccsSize>(plain("DFTFwd_RToCCS"), N, realForward<CCS>);
+    compare<Real, N, N>(plain("DFTFwd_RToPack"), N, realForward<Pack>);
+    compare<Real, N, N>(plain("DFTFwd_RToPerm"), N, realForward<Perm>);
+    compare<Real, ccsSize, N>(plain("DFTInv_CCSToR"), N, realInverse<CCS>);
+    compare<Real, N, N>(plain("DFTInv_PackToR"), N, realInverse<Pack>);
+    compare<Real, N, N>(plain("DFTInv_PermToR"), N, realInverse<Perm>);
+    compare<Real, N, N>(plain("Hartley"), N, hartley);
 }
 
 template <class Real, std::size_t N> void compareWalshHadamard() {
     SCOPED_TRACE(N);
-    using AnyOrder = Status(ZRF_CALL *)(const void *, void *, int32_t, int32_t, void *);
-    const auto any =
-        reinterpret_cast<AnyOrder>(exportAddress(sizeof(Real) == 4 ? "zrfgWHT_32f" : "zrfgWHT_64f"));
-    const auto plain = [any](const Real *x, Real *X, int32_t flag) {
-        return any(x, X, std::countr_zero(N), flag, nullptr);
-    };
+    const Export &plain = exportNamed(sizeof(Real) == 4 ? "zrfgWHT_32f" : "zrfgWHT_64f");
     std::vector<zrfgen::ScratchBlock> buffer(zrfgen::walshHadamardBufferSize<Real>(N));
     EXPECT_EQ(buffer.empty(), N <= 128);
     const auto withBuffer = [&](auto &&x, auto &&X, Scale s) {
         return zrfgen::walshHadamard(x, X, s, buffer);
     };
-    compare<Real, N, N>(plain, walshHadamard);
-    compare<Real, N, N>(plain, withBuffer);
+    compare<Real, N, N>(plain, std::countr_zero(N), walshHadamard);
+    compare<Real, N, N>(plain, std::countr_zero(N), withBuffer);
     if (!buffer.empty()) {
         std::vector<Real> x(N);
         buffer.pop_back();

@@ -7,11 +7,28 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
 #include <numbers>
 #include <vector>
+
+// The plans' sine and cosine, counted.
+static int trigonometricCalls = 0;
+
+static double callNext(const char *name, double x) {
+    ++trigonometricCalls;
+    return reinterpret_cast<double (*)(double)>(dlsym(RTLD_NEXT, name))(x);
+}
+
+extern "C" double sin(double x) noexcept {
+    return callNext("sin", x);
+}
+
+extern "C" double cos(double x) noexcept {
+    return callNext("cos", x);
+}
 
 namespace zrfgen {
 namespace {
@@ -300,6 +317,17 @@ TYPED_TEST(Dct4Records, TwoStagePlansHoldTheirRecordsAndTables) {
         }
         this->expectList(children, {});
         this->expectList(stages, {});
+    }
+}
+
+// One call for each value of a table that differs by lane: N of the output table, and two for each of the
+// (r2 - 1) n / (2 r2) groups of a level, here with r2 = 8 and n = 128.
+TYPED_TEST(Dct4Records, TakeAsManySinesAndCosinesAsTheyMust) {
+    constexpr int rows[][2] = {{2, 0}, {32, 0}, {64, 64}, {2048, 2048}, {4096, 4096 + 2 * 7 * 8}};
+    for (const auto &[length, calls] : rows) {
+        trigonometricCalls = 0;
+        this->build(length);
+        EXPECT_EQ(trigonometricCalls, calls) << length;
     }
 }
 

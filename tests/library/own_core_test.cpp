@@ -1,8 +1,7 @@
 // A program that brings its own core functions, of a processor that can do nothing. The tests of accuracy run
 // in this program too, so the transforms give their usual result.
-#include "registry.h"
-
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <zrfcore/zrfcore.h>
 
 static int queries = 0;
@@ -21,6 +20,5 @@ std::uint64_t ZRF_CORE_CALL zrfGetEnabledCpuFeatures() {
 }
 
 TEST(OwnCore, IsAskedOnceAtLoad) {
-    ASSERT_FALSE(builtTransforms().empty());
     EXPECT_EQ(queries, 1);
 }

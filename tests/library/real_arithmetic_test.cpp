@@ -1,5 +1,5 @@
 // The shortest real transforms bit for bit against their arithmetic.
-#include "values.h"
+#include "definition.h"
 
 namespace {
 
@@ -42,8 +42,8 @@ Values inverseLength5(const List<Float64> &x, Float64 factor) {
 // How many of a thousand random inputs give just the oracle's numbers.
 template <class Real>
 int agreements(const std::string &family, int length, Values oracle(const List<Real> &, Real)) {
-    const Transform &transform = builtTransform(family, length, sizeof(Real) == sizeof(Float32));
-    const Real factor = static_cast<Real>(scaleFactor(transform, zrfScaleBySqrtN));
+    const Export &transform = transformOf(family, length, sizeof(Real) == sizeof(Float32));
+    const Real factor = static_cast<Real>(1 / std::sqrt(static_cast<long double>(length)));
     int count = 0;
     for (unsigned seed = 0; seed < 1000; ++seed) {
         const Values input = randomValues(transform, seed);

@@ -33,16 +33,13 @@ struct Job {
 };
 
 void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
-    const std::string suffix = transform.isSingle ? "_32f" : "_64f";
-    const auto run = transform.as<Export::Dct4>();
-    const auto make = exportNamed("zrfgDCT4InitAlloc" + suffix).as<Export::Dct4InitAlloc>();
-    const auto release = exportNamed("zrfgDCT4Free" + suffix).as<Export::Dct4Free>();
+    const Dct4Functions dct4(transform.isSingle);
     const void *source = sources.of(transform);
     for (int32_t length = 2; length <= mostElements; length *= 2) {
         const auto makePlan = [=] {
             Dct4Plan *plan = nullptr;
-            EXPECT_EQ(make(&plan, length), zrfStatusOk);
-            return std::shared_ptr<Dct4Plan>(plan, release);
+            EXPECT_EQ(dct4.initAlloc(&plan, length), zrfStatusOk);
+            return std::shared_ptr<Dct4Plan>(plan, dct4.release);
         };
         // Longer plans have a work table, which every call writes. Calls take no count of the plan's owners:
         // it would put the threads in an order that hides their races.
@@ -50,7 +47,7 @@ void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
         jobs.push_back({std::string(transform.name) + " of " + std::to_string(length),
                         length * transform.numberBytes(),
                         [=, shared = owned.get()](void *dst) {
-                            return run(source, dst, shared ? shared : makePlan().get());
+                            return dct4.transform(source, dst, shared ? shared : makePlan().get());
                         },
                         owned});
     }

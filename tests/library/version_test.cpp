@@ -1,7 +1,9 @@
 // The version record as callers in any language read it: by offsets.
-#include "registry.h"
+#include <zrfgen/transforms.h>
 
+#include <cstddef>
 #include <cstring>
+#include <gtest/gtest.h>
 
 namespace {
 
