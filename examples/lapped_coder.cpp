@@ -8,16 +8,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-
-#include <memory>
 #include <numbers>
 #include <unordered_map>
+#include <zrfgen/transforms.hpp>
 
 namespace {
-
-struct FreePlan {
-    void operator()(Dct4Plan *plan) const { zrfgDCT4Free_32f(plan); }
-};
 
 // Takes blocks of 2N samples, each N after the one before it, to N lines and back. The transform is
 // orthogonal: folding a windowed block leaves N elements for the DCT-IV, and what folding has mixed cancels
@@ -25,9 +20,7 @@ struct FreePlan {
 class LappedTransform {
 public:
     explicit LappedTransform(int lines) : lines(lines), window(2 * lines), folded(lines) {
-        Dct4Plan *made;
-        require(zrfgDCT4InitAlloc_32f(&made, lines));
-        plan.reset(made);
+        require(dct4.plan(lines));
         for (int i = 0; i < 2 * lines; ++i)
             window[i] = Float32(std::sin(std::numbers::pi * (i + 0.5) / (2 * lines)));
     }
@@ -56,7 +49,8 @@ public:
 
 private:
     void transform(const Float32 *in, Float32 *out) { // with this factor, its own inverse
-        require(zrfgDCT4_32f(in, out, plan.get()));
+        const std::size_t count = lines;
+        require(dct4.transform({in, count}, {out, count}));
         const Float32 scale = Float32(std::sqrt(2.0 / lines));
         for (int k = 0; k < lines; ++k)
             out[k] *= scale;
@@ -64,7 +58,7 @@ private:
 
     int lines;
     std::vector<Float32> window, folded;
-    std::unique_ptr<Dct4Plan, FreePlan> plan;
+    zrfgen::Dct4<Float32> dct4;
 };
 
 // Block after block of a recording's lines; the recording stands between zeros, so that every sample is in
