@@ -35,7 +35,7 @@ LinearMap oddDft(int n) {
     FormalComplex::Column column;
     for (int m = 0; m < half; ++m)
         column.push_back(
-            model.rotate({FormalComplex::Part{w[m]}, FormalComplex::Part{w[m + half]}}, {{m, 2 * n}}));
+            rotated(model, {FormalComplex::Part{w[m]}, FormalComplex::Part{w[m + half]}}, {m, 2 * n}));
     if (half > 1)
         column = transform(model, complexDecomposition(half), Columns<FormalComplex>{column})[0];
     for (int s = 0; s < half; ++s) {

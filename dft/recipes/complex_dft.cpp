@@ -1,7 +1,5 @@
 #include "dft/recipes/complex_dft.h"
 
-#include "algebra/bluestein.h"
-#include "algebra/complex_rader.h"
 #include "algebra/dft.h"
 #include "algebra/interleaved_complex.h"
 #include "algebra/split_complex.h"
@@ -13,12 +11,9 @@ namespace zrfgen::gen {
 
 namespace {
 
-template <class Model> void build(Model &model, const Decomposition &decomposition) {
+template <ComplexModel Model> void build(Model model, const Decomposition &decomposition) {
     const auto x = model.input(decomposition.length);
-    if (decomposition.method == Decomposition::Method::ComplexRader)
-        model.output(raderInComplexLanes(model, decomposition, x));
-    else
-        model.output(transform(model, decomposition, Columns<Model>{x})[0]);
+    model.output(transform(model, decomposition, Columns<Model>{x})[0]);
 }
 
 void buildComplex32(Graph &graph, const LengthRecipe &recipe, const Target &target) {
@@ -28,34 +23,23 @@ void buildComplex32(Graph &graph, const LengthRecipe &recipe, const Target &targ
     const InverseBy inverse = convolves ? InverseBy::Constants : InverseBy::Exchange;
     const Type vector = target.vector(Element::Float32), scalar{Element::Float32, 1},
                pair{Element::Float32, 2};
-    const auto split = [&](Type type, Products products) {
-        SplitComplex model(graph, type, products, inverse);
-        if (decomposition.method == Decomposition::Method::Bluestein)
-            model.output(bluesteinTransform(model, decomposition, model.input(recipe.length)));
-        else
-            build(model, decomposition);
-    };
-    const auto interleaved = [&](Type type, Products products) {
-        InterleavedComplex model(graph, type, products, inverse);
-        build(model, decomposition);
-    };
     switch (recipe.form) {
     case Form::Scalar:
-        return split(scalar, Products::Narrow);
+        return build(SplitComplex(graph, scalar, Products::Narrow, inverse), decomposition);
     case Form::WideScalar:
-        return split(scalar, Products::Wide);
+        return build(SplitComplex(graph, scalar, Products::Wide, inverse), decomposition);
     case Form::WidePair:
-        return interleaved(pair, Products::Wide);
+        return build(InterleavedComplex(graph, pair, Products::Wide, inverse), decomposition);
     case Form::SplitLanes:
-        return split(vector, Products::Narrow);
+        return build(SplitComplex(graph, vector, Products::Narrow, inverse), decomposition);
     case Form::PairedLanes:
-        return interleaved(vector, Products::Narrow);
+        return build(InterleavedComplex(graph, vector, Products::Narrow, inverse), decomposition);
     }
 }
 
-void buildComplex64(Graph &graph, const LengthRecipe &recipe) {
-    InterleavedComplex model(graph, {Element::Float64, 2}, Products::Narrow, InverseBy::Exchange);
-    build(model, recipe.complex64);
+void buildComplex64(Graph &graph, const LengthRecipe &recipe, const Target &target) {
+    build(InterleavedComplex(graph, target.vector(Element::Float64), Products::Narrow, InverseBy::Exchange),
+          recipe.complex64);
 }
 
 std::string suffix(Element element) {
@@ -96,7 +80,7 @@ Graph complexDft(int length, Element element, const Target &target) {
     if (element == Element::Float32)
         buildComplex32(graph, recipe, target);
     else
-        buildComplex64(graph, recipe);
+        buildComplex64(graph, recipe, target);
     return graph;
 }
 
@@ -108,7 +92,9 @@ Family complexDftFamily() {
             family.push_back({
                 .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
                 .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
-                .decomposition = describe(element == Element::Float32 ? recipe.complex32 : recipe.complex64),
+                .decomposition = element == Element::Float32
+                                     ? name(recipe.form) + (" " + describe(recipe.complex32))
+                                     : describe(recipe.complex64),
                 .elements = 2 * length,
                 .build = [=](const Target &target) { return complexDft(length, element, target); },
                 .wrap = [=](const Graph &graph,

@@ -15,11 +15,19 @@ enum class Form {
                  // writing
 };
 
+// "SplitLanes"
+const char *name(Form form);
+
 struct LengthRecipe {
     int length;
     Form form;
     Decomposition complex32;
     Decomposition complex64;
+
+    LengthRecipe(int length, Form form, Decomposition complex32, Decomposition complex64,
+                 SourceLine line = SourceLine::current())
+        : length(length), form(form), complex32(ofLength(length, complex32, line)),
+          complex64(ofLength(length, complex64, line)) {}
 };
 
 inline constexpr int shortestLength = 2, longestLength = 64;

@@ -42,8 +42,8 @@ Column exchanged(Column column) {
 } // namespace
 
 Column bluesteinTransform(SplitComplex &m, const Decomposition &step, const Column &x) {
-    const Decomposition &there = step.factors[0], &back = step.factors[1];
-    const int p = step.length, length = there.length, lanes = m.perVector();
+    const Decomposition &longer = step.factors[0];
+    const int p = step.length, length = longer.length, lanes = m.perVector();
 
     std::vector<ComplexQuad> forward, inverse;
     for (int j = 0; j < p; ++j) {
@@ -69,10 +69,10 @@ Column bluesteinTransform(SplitComplex &m, const Decomposition &step, const Colu
     sequence.resize(length, SplitComplex::zero());
 
     // The transform back is one there with real and imaginary parts exchanged before and after.
-    const Column spectrum = transform(m, there, Columns<SplitComplex>{sequence})[0];
+    const Column spectrum = transform(m, longer, Columns<SplitComplex>{sequence})[0];
     const Column product =
         m.multiplied(spectrum, filter(p, length, forwardChirp), filter(p, length, inverseChirp));
-    Column result = exchanged(transform(m, back, Columns<SplitComplex>{exchanged(product)})[0]);
+    Column result = exchanged(transform(m, longer, Columns<SplitComplex>{exchanged(product)})[0]);
     result.resize(p);
     return m.multiplied(result, forward, inverse);
 }

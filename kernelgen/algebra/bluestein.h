@@ -1,4 +1,4 @@
-// Any length p by chirps (L. I. Bluestein, 1970): since 2jk = j^2 + k^2 - (k - j)^2, the transform is a
+// An odd length p by chirps (L. I. Bluestein, 1970): since 2jk = j^2 + k^2 - (k - j)^2, the transform is a
 // product by a chirp, a convolution with its conjugate, and the product again. The convolution is done by
 // transforms of a length L >= 2p - 1 that has small factors.
 #pragma once

@@ -1,8 +1,9 @@
 // How the columns of a stage share vectors.
 #pragma once
 
+#include "algebra/number_model.h"
+
 #include <algorithm>
-#include <vector>
 
 namespace zrfgen::gen {
 
@@ -11,31 +12,31 @@ struct Group {
     int first, count;
 };
 
-// The group that starts at column `first` of `total`. Each run of `alike` columns is the same place in as
-// many transforms; where these fill most of a vector, no group crosses the end of a run.
-inline Group groupFrom(int first, int total, int perVector, int alike) {
-    const int run = 2 * alike > perVector ? alike : total;
-    return {first, std::min({perVector, (first / run + 1) * run - first, total - first})};
+// How many columns in a row may share vectors with one another. Each run of `alike` columns is the same place
+// in as many transforms; where these fill most of a vector, they keep vectors to themselves.
+inline int runOfFullVectors(int total, int perVector, int alike) {
+    return 2 * alike > perVector ? alike : total;
 }
 
-// Runs block(rows, group) over the columns, as many at a time as the model's vectors hold, and returns its
-// outputs as columns. A row holds the elements of the group's columns side by side.
-template <class Model, class Block> std::vector<typename Model::Column>
-mapColumns(Model &m, const std::vector<typename Model::Column> &columns, int alike, Block block) {
-    std::vector<typename Model::Column> results(columns.size());
+// Runs block(values, group) over the columns, as many at a time as the model's vectors hold and no group
+// across the end of a run, and returns its outputs as columns. A value holds the elements of the group's
+// columns side by side.
+template <ComplexModel Model, class Block>
+Columns<Model> mapColumns(Model &m, const Columns<Model> &columns, int run, Block block) {
+    Columns<Model> results(columns.size());
     const int total = static_cast<int>(columns.size());
-    for (Group group{0, 0}; group.first < total; group.first += group.count) {
-        group = groupFrom(group.first, total, m.perVector(), alike);
-        std::vector<typename Model::Value> rows;
-        for (std::size_t row = 0; row < columns[group.first].size(); ++row) {
+    for (int first = 0, count; first < total; first += count) {
+        count = std::min({m.perVector(), run - first % run, total - first});
+        Values<Model> values;
+        for (std::size_t row = 0; row < columns[first].size(); ++row) {
             typename Model::Column elements;
-            for (int column = group.first; column < group.first + group.count; ++column)
+            for (int column = first; column < first + count; ++column)
                 elements.push_back(columns[column][row]);
-            rows.push_back(m.gathered(elements));
+            values.push_back(m.gathered(elements));
         }
-        for (const auto &value : block(rows, group))
-            for (int place = 0; place < group.count; ++place)
-                results[group.first + place].push_back(Model::element(value, place));
+        for (const auto &value : block(values, Group{first, count}))
+            for (int place = 0; place < count; ++place)
+                results[first + place].push_back(Model::element(value, place));
     }
     return results;
 }

@@ -1,35 +1,30 @@
 // The discrete Fourier transform as a decomposition has it, written once over number models. All transforms
 // are forward ones; what an inverse kernel does differently is the number model's affair.
-//
-// A model's Value is what one arithmetic operation works on, a Column the inputs or outputs of one transform.
 // The columns of a stage are independent of one another, so a model may run several at a time.
 #pragma once
 
 #include "algebra/blocks.h"
+#include "algebra/bluestein.h"
 #include "algebra/columns.h"
+#include "algebra/complex_rader.h"
 #include "algebra/decomposition.h"
 #include "algebra/half_spectrum.h"
 #include "algebra/rader.h"
-#include "number/quad.h"
-
-#include <stdexcept>
-#include <type_traits>
-#include <vector>
 
 namespace zrfgen::gen {
 
-template <class Model> using Columns = std::vector<typename Model::Column>;
+using Twiddles = Decomposition::Twiddles;
 
 // All columns through a decomposition. Each run of `alike` columns is the same place in as many transforms.
-template <class Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
+template <ComplexModel Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
                                                 const Columns<Model> &columns, int alike = 1);
 
 // The transform of a real column is its own mirror image, but twiddles keep rows k1 and a - k1 of a
 // Cooley-Tukey step of length q from looking alike. Where the model knows real columns, takes the outputs of
 // the upper rows from the lower ones, so that the upper ones need not be computed.
-template <class Model>
+template <ComplexModel Model>
 void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, int a, int q) {
-    if constexpr (requires { Model::isReal(columns[0]); }) {
+    if constexpr (Model::capabilities.realColumns) {
         for (std::size_t c = 0; c < columns.size(); ++c) {
             if (!Model::isReal(columns[c]))
                 continue;
@@ -45,9 +40,9 @@ void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, 
 
 // All columns through a decomposition. Where the model knows real columns, the real and the imaginary parts
 // of any other column are taken as columns of their own, combined at the end.
-template <class Model> Columns<Model> transformParts(Model &m, const Decomposition &decomposition,
+template <ComplexModel Model> Columns<Model> transformParts(Model &m, const Decomposition &decomposition,
                                                      const Columns<Model> &columns, int alike) {
-    if constexpr (requires { Model::isReal(columns[0]); }) {
+    if constexpr (Model::capabilities.realColumns) {
         Columns<Model> parts;
         for (const auto &column : columns) {
             parts.push_back(Model::realPart(column));
@@ -72,7 +67,7 @@ template <class Model> Columns<Model> transformParts(Model &m, const Decompositi
 
 // Splits every column: member j of class r is its element index(r, j). Each class stands for all columns in
 // turn.
-template <class Model, class Index>
+template <ComplexModel Model, class Index>
 Columns<Model> residueClasses(const Columns<Model> &columns, int classes, int members, Index index) {
     Columns<Model> results;
     for (int r = 0; r < classes; ++r)
@@ -87,7 +82,7 @@ Columns<Model> residueClasses(const Columns<Model> &columns, int classes, int me
 // Good's mapping (I. J. Good, 1958): with a and b coprime, element j of residue class r modulo b is
 // x[(b j + a r') mod n] with a r' = r mod b, so class r carries no rotation; output k is the one with
 // k mod a = k1 and k mod b = k2.
-template <class Model>
+template <ComplexModel Model>
 Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
     const Decomposition &first = step.factors[0], &second = step.factors[1];
     const int a = first.length, b = second.length, n = step.length;
@@ -110,37 +105,47 @@ Columns<Model> primeFactorStep(Model &m, const Decomposition &step, const Column
     return results;
 }
 
-// A row of single elements, rotated by exp(-2 pi i r k1 / n), k1 counting its runs of `alike` ones.
-template <class Model> Columns<Model> twiddled(Model &m, const Columns<Model> &row, int alike, int r, int n) {
+// A row of single elements, each multiplied by exp(-2 pi i r k1 / n), k1 counting its runs of `alike` ones.
+template <ComplexModel Model>
+Columns<Model> twiddled(Model &m, const Columns<Model> &row, int alike, int r, int n, Twiddles form) {
     if (r == 0)
         return row;
-    return mapColumns(m, row, alike, [&](const Rows<Model> &x, Group group) {
-        std::vector<Turn> angles;
-        for (int column = group.first; column < group.first + group.count; ++column)
-            angles.push_back({r * (column / alike), n});
-        return Rows<Model>{m.rotate(x[0], angles)};
+    const auto angle = [&](int column) { return Turn(r * (column / alike), n); };
+    if (form == Twiddles::Shortest)
+        return mapColumns(m, row, alike, [&](const Values<Model> &x, Group group) {
+            return Values<Model>{rotated(m, x[0], angle(group.first))};
+        });
+    if constexpr (Model::capabilities.sharedVectors) {
+        const int run = runOfFullVectors(static_cast<int>(row.size()), m.perVector(), alike);
+        return mapColumns(m, row, run, [&](const Values<Model> &x, Group group) {
+            std::vector<Turn> angles;
+            for (int place = 0; place < group.count; ++place)
+                angles.push_back(angle(group.first + place));
+            return Values<Model>{m.products(x[0], angles)};
+        });
+    }
+    throw DecompositionError("columns that do not share vectors have no twiddles beside one another");
+}
+
+// Blocks of four points with the twiddles inside. Run r of `alike` columns has those of row r.
+template <ComplexModel Model>
+Columns<Model> twiddledFourPoints(Model &m, const Columns<Model> &columns, int alike, int n) {
+    return mapColumns(m, columns, alike, [&](const Values<Model> &x, Group group) {
+        return rotatedFourPoint(m, x, {group.first / alike, n});
     });
 }
 
 // J. W. Cooley and J. W. Tukey, 1965: residue classes modulo b, rotation by exp(-2 pi i r k1 / n), transforms
 // across the classes.
-template <class Model>
+template <ComplexModel Model>
 Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
     const Decomposition &first = step.factors[0], &second = step.factors[1];
     const int a = first.length, b = second.length, n = step.length;
     const int count = static_cast<int>(columns.size());
-    const bool rotatesInside = Model::rotatesInsideBlocks && m.perVector() == 1 &&
-                               first.method == Decomposition::Method::Butterfly && a == 4;
+    const bool isFolded = step.twiddles == Twiddles::Folded;
 
     auto classes = residueClasses<Model>(columns, b, a, [&](int r, int j) { return b * j + r; });
-    if (rotatesInside) {
-        classes = mapColumns(m, classes, count, [&](const Rows<Model> &x, Group group) {
-            const int r = group.first / count;
-            return rotatedFourPoint(m, x, {{}, {r, n}, {2 * r, n}, {3 * r, n}});
-        });
-    } else {
-        classes = transform(m, first, classes, count);
-    }
+    classes = isFolded ? twiddledFourPoints(m, classes, count, n) : transform(m, first, classes, count);
 
     // Row r of the second stage, all columns side by side.
     Columns<Model> across(a * count);
@@ -149,8 +154,8 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
         for (int k1 = 0; k1 < a; ++k1)
             for (int c = 0; c < count; ++c)
                 row.push_back({classes[r * count + c][k1]});
-        if (!rotatesInside)
-            row = twiddled(m, row, count, r, n);
+        if (!isFolded)
+            row = twiddled(m, row, count, r, n, step.twiddles);
         for (int column = 0; column < a * count; ++column)
             across[column].push_back(row[column][0]);
     }
@@ -167,7 +172,7 @@ Columns<Model> cooleyTukeyStep(Model &m, const Decomposition &step, const Column
 // P. Duhamel and H. Hollmann, 1984: the half of the even elements E and the quarters of classes 1 and 3
 // modulo 4, these rotated by exp(-2 pi i k / n) and exp(-2 pi i 3 k / n). Outputs k, k + n/4, k + n/2 and k +
 // 3n/4 are those of a four-point block whose sums of the even elements are E[k] and E[k + n/4].
-template <class Model>
+template <ComplexModel Model>
 Columns<Model> splitRadixStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
     const int n = step.length, quarter = n / 4, count = static_cast<int>(columns.size());
     const auto even = transform(m, step.factors[0],
@@ -178,7 +183,7 @@ Columns<Model> splitRadixStep(Model &m, const Decomposition &step, const Columns
     Columns<Model> results(count, typename Model::Column(n));
     for (int c = 0; c < count; ++c)
         for (int k = 0; k < quarter; ++k) {
-            const auto u = m.rotate(odd[c][k], {{k, n}}), v = m.rotate(odd[count + c][k], {{3 * k, n}});
+            const auto u = rotated(m, odd[c][k], {k, n}), v = rotated(m, odd[count + c][k], {3 * k, n});
             const auto sum = m.add(u, v), turned = m.quarterTurn(m.sub(u, v));
             results[c][k] = m.add(even[c][k], sum);
             results[c][k + quarter] = m.add(even[c][k + quarter], turned);
@@ -189,12 +194,13 @@ Columns<Model> splitRadixStep(Model &m, const Decomposition &step, const Columns
     return results;
 }
 
-// A prime-factor step of q = a c and b, with the transform of b run between the two stages of q: one works
+// A prime-factor step of q = a c and b with the transform of b run between the two stages of q: one works
 // across the residue classes and the other within them, so their order is free.
-template <class Model>
-Columns<Model> surroundedStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
-    const Decomposition &first = step.factors[0], &inner = step.factors[1], &last = step.factors[2];
-    const int a = first.length, b = inner.length, c = last.length, q = a * c, n = step.length;
+template <ComplexModel Model>
+Columns<Model> primeFactorInsideStep(Model &m, const Decomposition &step, const Columns<Model> &columns) {
+    const Decomposition &outer = step.factors[0], &inner = step.factors[1];
+    const Decomposition &first = outer.factors[0], &last = outer.factors[1];
+    const int a = first.length, b = inner.length, c = last.length, q = outer.length, n = step.length;
     const int count = static_cast<int>(columns.size()), alike = b * count;
 
     // Part s b + r: class s modulo c of class r modulo b.
@@ -216,7 +222,7 @@ Columns<Model> surroundedStep(Model &m, const Decomposition &step, const Columns
             for (int kb = 0; kb < b; ++kb)
                 for (int column = 0; column < count; ++column)
                     row.push_back({inside[(s * a + k1) * count + column][kb]});
-        row = twiddled(m, row, alike, s, q);
+        row = twiddled(m, row, alike, s, q, outer.twiddles);
         for (int place = 0; place < a * alike; ++place)
             across[place].push_back(row[place][0]);
     }
@@ -232,7 +238,7 @@ Columns<Model> surroundedStep(Model &m, const Decomposition &step, const Columns
 
 // Runs a step over the columns, one vector of them after the other where they fill vectors: the shorter
 // transforms inside are then done with before the next ones begin, and few values wait at a time.
-template <class Model, class Step>
+template <ComplexModel Model, class Step>
 Columns<Model> oneVectorAtATime(Model &m, const Columns<Model> &columns, Step step) {
     const auto chunk = static_cast<std::size_t>(m.perVector());
     if (columns.size() % chunk != 0)
@@ -244,41 +250,67 @@ Columns<Model> oneVectorAtATime(Model &m, const Columns<Model> &columns, Step st
     return results;
 }
 
-template <class Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
-                                                const Columns<Model> &columns, int alike) {
+// Runs block(values) over all columns, in vectors as full as can be.
+template <ComplexModel Model, class Block>
+Columns<Model> runBlock(Model &m, const Columns<Model> &columns, int alike, Block block) {
+    const int run = runOfFullVectors(static_cast<int>(columns.size()), m.perVector(), alike);
+    return mapColumns(m, columns, run, [&](const Values<Model> &x, Group) { return block(x); });
+}
+
+// The first column of each transform in one form of a block, the others in another.
+template <ComplexModel Model>
+Columns<Model> byColumnStep(Model &m, const Decomposition &step, const Columns<Model> &columns, int alike) {
+    const auto others = columns.begin() + alike;
+    auto results = transform(m, step.factors[0], Columns<Model>(columns.begin(), others), alike);
+    for (auto &column : transform(m, step.factors[1], Columns<Model>(others, columns.end()), alike))
+        results.push_back(column);
+    return results;
+}
+
+template <ComplexModel Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
+                                                       const Columns<Model> &columns, int alike) {
     using enum Decomposition::Method;
     switch (decomposition.method) {
+    case Butterfly:
+    case SumDifference:
+        return runBlock(m, columns, alike,
+                        [&](const Values<Model> &x) { return butterfly(m, decomposition, x); });
+    case ByColumn:
+        return byColumnStep(m, decomposition, columns, alike);
     case PrimeFactor:
-    case CooleyTukey:
-    case Surrounded:
         return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
-            return decomposition.method == PrimeFactor   ? primeFactorStep(m, decomposition, chunk)
-                   : decomposition.method == CooleyTukey ? cooleyTukeyStep(m, decomposition, chunk)
-                                                         : surroundedStep(m, decomposition, chunk);
+            return primeFactorStep(m, decomposition, chunk);
+        });
+    case PrimeFactorInside:
+        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
+            return primeFactorInsideStep(m, decomposition, chunk);
+        });
+    case CooleyTukey:
+        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
+            return cooleyTukeyStep(m, decomposition, chunk);
         });
     case SplitRadix:
-        // Takes elements one by one, as scalar models have them.
-        if constexpr (std::is_same_v<typename Model::Element, typename Model::Value>)
+        if constexpr (!Model::capabilities.sharedVectors)
             return splitRadixStep(m, decomposition, columns);
-        else
-            throw std::invalid_argument("split-radix steps are for transforms of real numbers");
-    case RealRader: {
-        const RealLaneRader rader(decomposition);
-        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group) { return rader(m, x); });
-    }
+        break;
     case RealLanes: {
         const HalfSpectrumTransform halfSpectrum(decomposition.factors[0]);
-        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group) { return halfSpectrum(m, x); });
+        return runBlock(m, columns, alike, [&](const Values<Model> &x) { return halfSpectrum(m, x); });
     }
-    case FirstThenOthers:
-        return mapColumns(m, columns, alike, [&](const Rows<Model> &x, Group group) {
-            const Decomposition &form = decomposition.factors[group.first == 0 ? 0 : 1];
-            return form.method == RealRader ? RealLaneRader(form)(m, x) : butterfly(m, form, x);
-        });
-    default:
-        return mapColumns(m, columns, alike,
-                          [&](const Rows<Model> &x, Group) { return butterfly(m, decomposition, x); });
+    case RealRader: {
+        const RealLaneRader rader(decomposition);
+        return runBlock(m, columns, alike, [&](const Values<Model> &x) { return rader(m, x); });
     }
+    case ComplexRader:
+        if constexpr (Model::capabilities.sharedVectors)
+            return {raderInComplexLanes(m, decomposition, columns[0])};
+        break;
+    case Bluestein:
+        if constexpr (Model::capabilities.zeroElements)
+            return {bluesteinTransform(m, decomposition, columns[0])};
+        break;
+    }
+    throw DecompositionError(describe(decomposition) + ": not in this number model");
 }
 
 } // namespace zrfgen::gen

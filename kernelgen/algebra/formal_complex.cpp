@@ -49,22 +49,6 @@ Value FormalComplex::weightedSum(const std::optional<Value> &base, const std::ve
     return {partSum(start.re, re), partSum(start.im, im)};
 }
 
-Value FormalComplex::rotate(Value a, const std::vector<Turn> &angles) {
-    const Turn angle = angles[0];
-    if (angle.isMultipleOf(8)) {
-        for (long eighth = 8 * angle.numerator / angle.denominator; eighth >= 2; eighth -= 2)
-            a = quarterTurn(a);
-        if (angle.isMultipleOf(4))
-            return a;
-        // The products first: the additions after them are then the last ones of the block before.
-        const Quad h = cosine({1, 8});
-        a = {product(h, a.re), product(h, a.im)};
-        return add(a, quarterTurn(a));
-    }
-    const Quad c = cosine(angle), s = sine(angle);
-    return {partSum({}, {{c, a.re}, {s, a.im}}), partSum({}, {{c, a.im}, {-s, a.re}})};
-}
-
 bool FormalComplex::isReal(const Column &column) {
     return std::none_of(column.begin(), column.end(),
                         [](const Value &value) { return value.im.has_value(); });

@@ -36,7 +36,8 @@ public:
         Carried, // later, where another product may take the constant up
     };
 
-    static constexpr bool rotatesInsideBlocks = false;
+    // The additions after the products of a rotation by an eighth are the last ones of the block before.
+    static constexpr Capabilities capabilities{.realColumns = true, .multipliesFirst = true};
 
     FormalComplex(LinearMap &map, Factors factors) : linearMap(map), factors(factors) {}
 
@@ -47,7 +48,10 @@ public:
     static Value quarterTurn(const Value &a) { return {a.im, negated(a.re)}; }
     Value weightedSum(const std::optional<Value> &base, const std::vector<Term> &terms);
     Value turnedSum(const std::vector<Term> &terms) { return quarterTurn(weightedSum({}, terms)); }
-    Value rotate(Value a, const std::vector<Turn> &angles);
+    Value scaled(const Value &a, Quad factor) { return {product(factor, a.re), product(factor, a.im)}; }
+    Value product(const Value &a, Turn angle) {
+        return weightedSum({}, {{cosine(angle), a}, {sine(angle), quarterTurn(a)}});
+    }
 
     static int perVector() { return 1; }
     static Value gathered(const Column &elements) { return elements[0]; }

@@ -17,13 +17,12 @@ public:
     explicit HalfSpectrumTransform(const Decomposition &decomposition)
         : length(decomposition.length), sums(realTransform(decomposition, FormalComplex::Factors::Carried)) {}
 
-    template <class Model> std::vector<typename Model::Value>
-    operator()(Model &m, const std::vector<typename Model::Value> &x) const {
+    template <ComplexModel Model> Values<Model> operator()(Model &m, const Values<Model> &x) const {
         auto value = sums.apply(m, x);
         for (std::size_t i = 0; i < value.size(); ++i)
             if (sums.outputs[i].factor != 1)
                 value[i] = m.weightedSum({}, {{sums.outputs[i].factor, value[i]}});
-        std::vector<typename Model::Value> result(length);
+        Values<Model> result(length);
         result[0] = value[0];
         if (length % 2 == 0)
             result[length / 2] = value[length - 1];

@@ -139,15 +139,10 @@ Value InterleavedComplex::scaled(Value a, Quad factor) {
 }
 
 Value InterleavedComplex::weightedSum(std::optional<Value> base, const std::vector<Term> &terms) {
-    if (products == Products::Wide) {
+    if (constantProducts == Products::Wide) {
         InterleavedComplex wide(graph, {zrfgen::gen::Element::Float64, type.lanes}, Products::Narrow,
                                 inverse);
-        const auto widened = [&](Value a) { return Value{graph.widen(a.node), a.quarterTurns}; };
-        std::vector<Term> wideTerms;
-        for (const Term &term : terms)
-            wideTerms.push_back({term.factor, widened(term.value)});
-        const Value sum = wide.weightedSum(base ? std::optional(widened(*base)) : base, wideTerms);
-        return {graph.narrow(sum.node), sum.quarterTurns};
+        return sumInFloat64(graph, wide, base, terms);
     }
     std::optional<Value> total = base;
     for (const Term &term : terms) {
@@ -163,24 +158,14 @@ Value InterleavedComplex::turnedSum(std::vector<Term> terms) {
     return weightedSum({}, terms);
 }
 
-Value InterleavedComplex::rotate(Value a, const std::vector<Turn> &angles) {
-    const Turn angle = angles[0];
-    if (std::any_of(angles.begin(), angles.end(), [&](Turn other) { return other != angle; })) {
-        std::vector<ComplexQuad> forward, mirrored;
-        for (const Turn own : angles) {
-            const Quad c = cosine(own), s = sine(own);
-            forward.push_back({c, 0 - s}); // +0 where the sine is 0
-            mirrored.push_back({c, inverse == InverseBy::Exchange ? s : 0 - s});
-        }
-        return multiply(a, forward, mirrored);
+Value InterleavedComplex::products(Value a, const std::vector<Turn> &angles) {
+    std::vector<ComplexQuad> forward, mirrored;
+    for (const Turn own : angles) {
+        const Quad c = cosine(own), s = sine(own);
+        forward.push_back({c, 0 - s}); // +0 where the sine is 0
+        mirrored.push_back({c, inverse == InverseBy::Exchange ? s : 0 - s});
     }
-    if (angle.isMultipleOf(4))
-        return {a.node, static_cast<int>(a.quarterTurns + 4 * angle.numerator / angle.denominator) % 4};
-    if (angle.isMultipleOf(8)) {
-        a.quarterTurns = (a.quarterTurns + static_cast<int>(angle.numerator / 2)) % 4;
-        return weightedSum({}, {{cosine({1, 8}), add(a, quarterTurn(a))}});
-    }
-    return weightedSum({}, {{cosine(angle), a}, {sine(angle), quarterTurn(a)}});
+    return multiply(a, forward, mirrored);
 }
 
 Value InterleavedComplex::multiply(Value a, const std::vector<ComplexQuad> &forward,
@@ -218,7 +203,7 @@ Column InterleavedComplex::multiplied(const Column &elements, const std::vector<
     return results;
 }
 
-Column InterleavedComplex::withFirstIncreased(Column elements, const Element &term) {
+Column InterleavedComplex::addedToFirst(Column elements, const Element &term) {
     const Element first = elements[0];
     std::vector<int> picks;
     for (int lane = 0; lane < type.lanes; ++lane)

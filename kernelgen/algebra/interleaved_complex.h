@@ -34,11 +34,10 @@ public:
         Value value;
     };
 
-    // A rotation is taken into the last additions of the block before it.
-    static constexpr bool rotatesInsideBlocks = true;
+    static constexpr Capabilities capabilities{.sharedVectors = true};
 
     InterleavedComplex(Graph &graph, Type type, Products products, InverseBy inverse)
-        : graph(graph), type(type), products(products), inverse(inverse) {}
+        : graph(graph), type(type), constantProducts(products), inverse(inverse) {}
 
     static Column input(int length);
     // Scales and stores the column's element k as element k of the destination.
@@ -52,14 +51,18 @@ public:
     Value weightedSum(std::optional<Value> base, const std::vector<Term> &terms);
     // quarterTurn of the sum of factor * value; the turn goes into the constants.
     Value turnedSum(std::vector<Term> terms);
-    // The product by exp(-2 pi i angle), with an angle for each column of the group.
-    Value rotate(Value a, const std::vector<Turn> &angles);
+    Value scaled(Value a, Quad factor);
+    // The products by exp(-2 pi i angle), with an angle for each column of the group.
+    Value products(Value a, const std::vector<Turn> &angles);
+    Value product(Value a, Turn angle) {
+        return weightedSum({}, {{cosine(angle), a}, {sine(angle), quarterTurn(a)}});
+    }
 
     // The product of each element by a constant of its own, vector by vector as the elements lie.
     Column multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
                       const std::vector<ComplexQuad> &inverse);
     // The column with the term added to its first element.
-    Column withFirstIncreased(Column elements, const Element &term);
+    Column addedToFirst(Column elements, const Element &term);
 
     // How many columns a vector holds.
     int perVector() const { return type.lanes / 2; }
@@ -74,7 +77,6 @@ private:
     NodeId exchanged(NodeId a);
     // A node that holds the value itself.
     NodeId resolved(Value a);
-    Value scaled(Value a, Quad factor);
     Value multiply(Value a, const std::vector<ComplexQuad> &forward, const std::vector<ComplexQuad> &inverse);
 
     // What a quarter turn by `turns`, times a factor for each number, does to parts, exchanged or not as the
@@ -85,7 +87,7 @@ private:
 
     Graph &graph;
     Type type;
-    Products products;
+    Products constantProducts;
     InverseBy inverse;
 };
 

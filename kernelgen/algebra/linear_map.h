@@ -3,12 +3,10 @@
 // fork a sum.
 #pragma once
 
-#include "number/quad.h"
+#include "algebra/number_model.h"
 
 #include <map>
-#include <optional>
 #include <utility>
-#include <vector>
 
 namespace zrfgen::gen {
 
@@ -48,9 +46,8 @@ public:
     LinearMap withSignsInDifferences() const;
 
     // The outputs, short of their factors, for one value per input.
-    template <class Model> std::vector<typename Model::Value>
-    apply(Model &m, const std::vector<typename Model::Value> &inputs) const {
-        std::vector<typename Model::Value> values;
+    template <LinearModel Model> Values<Model> apply(Model &m, const Values<Model> &inputs) const {
+        Values<Model> values;
         const auto signedValue = [&](int node, bool isNegative) {
             return isNegative ? m.negate(values[node]) : values[node];
         };
@@ -74,7 +71,7 @@ public:
                 values.push_back(m.weightedSum(base, products));
             }
         }
-        std::vector<typename Model::Value> results;
+        Values<Model> results;
         for (const Output &output : outputs)
             results.push_back(signedValue(output.ref.node, output.ref.isNegative));
         return results;

@@ -22,18 +22,16 @@ class RealLaneRader {
 public:
     explicit RealLaneRader(const Decomposition &step);
 
-    template <class Model> std::vector<typename Model::Value>
-    operator()(Model &m, const std::vector<typename Model::Value> &x) const {
-        using Value = typename Model::Value;
+    template <ComplexModel Model> Values<Model> operator()(Model &m, const Values<Model> &x) const {
         const int length = static_cast<int>(powers.size());
-        std::vector<Value> sequence;
+        Values<Model> sequence;
         for (const int power : powers)
             sequence.push_back(x[power]);
-        const std::vector<Value> spectrum = there.apply(m, sequence);
+        const Values<Model> spectrum = there.apply(m, sequence);
 
-        std::vector<Value> result(length + 1);
+        Values<Model> result(length + 1);
         result[0] = m.add(x[0], spectrum[0]);
-        std::vector<Value> product;
+        Values<Model> product;
         for (const Row &row : rows) {
             std::vector<typename Model::Term> terms;
             for (const auto &[factor, input] : row.terms)
@@ -41,7 +39,7 @@ public:
             // x[0] joins entry 0 and so reaches all outputs.
             product.push_back(product.empty() ? m.weightedSum(x[0], terms) : m.weightedSum({}, terms));
         }
-        const std::vector<Value> sums = back.apply(m, product);
+        const Values<Model> sums = back.apply(m, product);
         for (int r = 0; r < length; ++r)
             result[powers[(length - r) % length]] = sums[r];
         return result;

@@ -12,32 +12,27 @@ Real RealArithmetic::sum(Real a, Real b) {
 
 Real RealArithmetic::weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms) {
     const bool isDoubling = !base && terms.size() == 1 && (terms[0].factor == 2 || terms[0].factor == -2);
-    const bool isWide = products == Products::Wide && !isDoubling;
-    const Type productType = isWide ? Type{Element::Float64, valueType.lanes} : valueType;
-    const auto operand = [&](Real a) { return isWide ? Real{widened(a.node), a.isNegative} : a; };
-
-    std::optional<Real> total;
-    if (base)
-        total = operand(*base);
+    if (products == Products::Wide && !isDoubling)
+        return sumInFloat64(graph, RealArithmetic(graph, {Element::Float64, valueType.lanes}, Products::Narrow),
+                            base, terms);
+    std::optional<Real> total = base;
     for (const RealTerm &term : terms) {
         const bool isNegative = term.factor < 0;
-        const NodeId magnitude = graph.broadcast(productType, isNegative ? -term.factor : term.factor);
-        Real product = scaled(operand(term.value), magnitude);
+        Real product = scaled(term.value, graph.broadcast(valueType, isNegative ? -term.factor : term.factor));
         if (isNegative)
             product = -product;
         total = total ? sum(*total, product) : product;
     }
-    return isWide ? Real{graph.narrow(total->node), total->isNegative} : *total;
+    return *total;
 }
 
-// What was wide before it was narrowed still is.
-NodeId RealArithmetic::widened(NodeId a) {
+NodeId widened(Graph &graph, NodeId a) {
     return graph[a].op == Op::Narrow ? graph[a].operands[0] : graph.widen(a);
 }
 
 NodeId RealArithmetic::scaledByCall(Real a) {
     const bool isWide = graph[a.node].op == Op::Narrow;
-    NodeId value = isWide ? widened(a.node) : a.node;
+    NodeId value = isWide ? widened(graph, a.node) : a.node;
     if (a.isNegative)
         value = graph.sub(graph.broadcast(graph[value].type, 0), value);
     const NodeId scale = graph.scale(valueType);

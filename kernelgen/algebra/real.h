@@ -2,10 +2,8 @@
 // end up in the choice of addition or subtraction, which changes no bit of a nonzero result.
 #pragma once
 
+#include "algebra/number_model.h"
 #include "graph/graph.h"
-
-#include <optional>
-#include <vector>
 
 namespace zrfgen::gen {
 
@@ -64,11 +62,26 @@ public:
 
 private:
     Real sum(Real a, Real b);
-    NodeId widened(NodeId a);
 
     Graph &graph;
     Type valueType;
     Products products;
 };
+
+// The node in Float64. What was wide before it was narrowed still is.
+NodeId widened(Graph &graph, NodeId a);
+
+// A weighted sum by the Float64 twin of a model, narrowed once.
+template <LinearModel Model> typename Model::Value sumInFloat64(Graph &graph, Model wide,
+                                                                std::optional<typename Model::Value> base,
+                                                                std::vector<typename Model::Term> terms) {
+    if (base)
+        base->node = widened(graph, base->node);
+    for (typename Model::Term &term : terms)
+        term.value.node = widened(graph, term.value.node);
+    auto sum = wide.weightedSum(base, terms);
+    sum.node = graph.narrow(sum.node);
+    return sum;
+}
 
 } // namespace zrfgen::gen

@@ -56,7 +56,7 @@ Value SplitComplex::gathered(const Column &elements) {
     return {gathered(re), gathered(im)};
 }
 
-Column SplitComplex::withFirstIncreased(Column elements, const Element &term) {
+Column SplitComplex::addedToFirst(Column elements, const Element &term) {
     const int lanes = real.type().lanes, lane = elements[0].re.lane;
     const NodeId zero = graph.broadcast(real.type(), 0), first = elements[0].re.node;
     std::vector<int> picks(lanes);
@@ -83,22 +83,7 @@ Value SplitComplex::weightedSum(std::optional<Value> base, const std::vector<Ter
     return {real.weightedSum(base->re, re), real.weightedSum(base->im, im)};
 }
 
-Value SplitComplex::rotate(Value a, const std::vector<Turn> &angles) {
-    const Turn angle = angles[0];
-    const bool isUniform =
-        std::all_of(angles.begin(), angles.end(), [&](Turn other) { return other == angle; });
-    if (isUniform && angle.isMultipleOf(4)) {
-        for (long quarter = 0; quarter < 4 * angle.numerator / angle.denominator; ++quarter)
-            a = quarterTurn(a);
-        return a;
-    }
-    if (isUniform && angle.isMultipleOf(8)) {
-        for (long quarter = 0; quarter < angle.numerator / 2; ++quarter)
-            a = quarterTurn(a);
-        const NodeId h = graph.broadcast(real.type(), cosine({1, 8}));
-        const Value turned = add(a, quarterTurn(a));
-        return {real.scaled(turned.re, h), real.scaled(turned.im, h)};
-    }
+Value SplitComplex::products(Value a, const std::vector<Turn> &angles) {
     std::vector<ComplexQuad> factors;
     for (const Turn own : angles)
         factors.push_back({cosine(own), 0 - sine(own)}); // +0 where the sine is 0

@@ -34,8 +34,7 @@ public:
         Value value;
     };
 
-    // Rotations are applied to whole vectors, after the block, with other lanes' factors beside.
-    static constexpr bool rotatesInsideBlocks = false;
+    static constexpr Capabilities capabilities{.sharedVectors = true, .zeroElements = true};
 
     SplitComplex(Graph &graph, Type type, Products products, InverseBy inverse)
         : graph(graph), real(graph, type, products), inverse(inverse) {}
@@ -52,15 +51,20 @@ public:
     Value weightedSum(std::optional<Value> base, const std::vector<Term> &terms);
     // quarterTurn of the sum of factor * value.
     Value turnedSum(const std::vector<Term> &terms) { return quarterTurn(weightedSum({}, terms)); }
-    // The product by exp(-2 pi i angle), with an angle for each column of the group.
-    Value rotate(Value a, const std::vector<Turn> &angles);
+    Value scaled(Value a, Quad factor) {
+        const NodeId lanes = graph.broadcast(real.type(), factor);
+        return {real.scaled(a.re, lanes), real.scaled(a.im, lanes)};
+    }
+    // The products by exp(-2 pi i angle), with an angle for each column of the group.
+    Value products(Value a, const std::vector<Turn> &angles);
+    Value product(Value a, Turn angle) { return products(a, {angle}); }
     // The product by a constant.
     Value multiply(Value a, Value factor);
     // The product of each element by a constant of its own, vector by vector as the elements lie.
     Column multiplied(const Column &elements, const std::vector<ComplexQuad> &forward,
                       const std::vector<ComplexQuad> &inverse);
     // The column with the term added to its first element.
-    Column withFirstIncreased(Column elements, const Element &term);
+    Column addedToFirst(Column elements, const Element &term);
 
     // How many columns a vector holds.
     int perVector() const { return real.type().lanes; }

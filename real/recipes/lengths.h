@@ -12,9 +12,12 @@ struct RealLengthRecipe {
     Decomposition hartley;
 
     // The same way for all three.
-    RealLengthRecipe(int length, Decomposition all) : RealLengthRecipe(length, all, all, all) {}
-    RealLengthRecipe(int length, Decomposition forward, Decomposition inverse, Decomposition hartley)
-        : length(length), forward(forward), inverse(inverse), hartley(hartley) {}
+    RealLengthRecipe(int length, Decomposition all, SourceLine line = SourceLine::current())
+        : RealLengthRecipe(length, all, all, all, line) {}
+    RealLengthRecipe(int length, Decomposition forward, Decomposition inverse, Decomposition hartley,
+                     SourceLine line = SourceLine::current())
+        : length(length), forward(ofLength(length, forward, line)), inverse(ofLength(length, inverse, line)),
+          hartley(ofLength(length, hartley, line)) {}
 };
 
 const RealLengthRecipe &realLengthRecipe(int length);

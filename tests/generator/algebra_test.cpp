@@ -6,9 +6,12 @@
 #include "dft/recipes/lengths.h"
 #include "dft_reference.h"
 #include "graph/count.h"
+#include "real/recipes/lengths.h"
 #include "real/recipes/real_dft.h"
 
 #include <gtest/gtest.h>
+
+#include <numeric>
 
 namespace zrfgen::gen {
 
@@ -26,17 +29,10 @@ void expectTransform(const Graph &graph, int length, const std::string &what) {
     }
 }
 
-// Vectors of 8 bytes hold two Float32, of 64 bytes sixteen.
-TEST(Recipes, GiveTheTransformWithEveryNumberOfLanes) {
-    for (int length = shortestLength; length <= longestLength; ++length) {
-        for (const int vectorBytes : {8, 16, 32, 64}) {
-            const Target target{vectorBytes, {16, 8}};
-            expectTransform(complexDft(length, Element::Float32, target), length,
-                            std::to_string(length) + " with " + std::to_string(vectorBytes / 4) + " lanes");
-        }
-        expectTransform(complexDft(length, Element::Float64, sse3), length,
-                        std::to_string(length) + " interleaved");
-    }
+TEST(Recipes, GiveTheTransform) {
+    for (int length = shortestLength; length <= longestLength; ++length)
+        for (const Element element : {Element::Float32, Element::Float64})
+            expectTransform(complexDft(length, element, sse3), length, std::to_string(length));
 }
 
 TEST(RealRecipes, GiveTheTransforms) {
@@ -57,39 +53,67 @@ TEST(RealRecipes, GiveTheTransforms) {
     }
 }
 
-template <class Model>
-void expectDecomposition(Model &model, Graph &graph, const Decomposition &decomposition) {
+template <ComplexModel Model>
+void expectDecomposition(Model model, const Graph &graph, const Decomposition &decomposition) {
     const auto x = model.input(decomposition.length);
     model.output(transform(model, decomposition, Columns<Model>{x})[0]);
     expectTransform(graph, decomposition.length, describe(decomposition));
 }
 
-// Decompositions nest in any way, in each number model, whatever the number of columns left over in the
-// lanes.
-TEST(Algebra, ComposesSteps) {
-    const Decomposition decompositions[] = {T(2, 2),
-                                            PF(5, 3),
-                                            T(4, PF(5, 3)),
-                                            PF(T(4, 2), 3),
-                                            T(T(3, 3), 3),
-                                            PF(T(3, 3), 7),
-                                            T(T(4, 2), 4),
-                                            T(4, T(3, 4)),
-                                            T(5, 5),
-                                            PF(PF(3, 5), 4),
-                                            T(T(4, 2), T(4, 2)),
-                                            T(PF(5, 2), 4),
-                                            surrounded(2, 7, 2),
-                                            surrounded(4, T(3, 3), 2)};
-    for (const Decomposition &decomposition : decompositions) {
-        for (const int lanes : {1, 2, 4, 8, 16}) {
+constexpr Type doubles(int lanes) {
+    return {Element::Float64, lanes};
+}
+
+// A decomposition of each method that may stand inside others, of pairwise different lengths.
+const Decomposition parts[] = {2,
+                               4,
+                               7,
+                               sumDifference(5),
+                               byColumn(realRader(PF(5, 2)), 11),
+                               PF(5, 3),
+                               PFinside(T(2, 2), 3),
+                               T(3, 3),
+                               TF(4, 2),
+                               realLanes(T(2, 3)),
+                               realRader(PF(3, 4))};
+
+// Every method inside every other, in each number model, whatever the number of columns left over in the lanes.
+TEST(Algebra, ComposesEveryMethodWithEveryOther) {
+    const auto inComplexLanes = [](const Decomposition &whole, InverseBy inverse) {
+        for (const int lanes : {1, 4}) {
             Graph graph;
-            SplitComplex model(graph, {Element::Float64, lanes}, Products::Narrow, InverseBy::Exchange);
-            expectDecomposition(model, graph, decomposition);
+            expectDecomposition(SplitComplex(graph, doubles(lanes), Products::Narrow, inverse), graph, whole);
         }
+        for (const int lanes : {2, 8}) {
+            Graph graph;
+            expectDecomposition(InterleavedComplex(graph, doubles(lanes), Products::Narrow, inverse), graph,
+                                whole);
+        }
+    };
+    const auto inRealLanes = [&](const Decomposition &whole) {
+        inComplexLanes(realLanes(whole), InverseBy::Exchange);
+    };
+    for (const Decomposition &part : parts) {
+        int coprime = 3;
+        while (std::gcd(coprime, part.length) != 1)
+            coprime += 2;
+        for (const Decomposition &whole : {T(part, 2), TP(3, part), TF(4, part), PF(part, coprime),
+                                           PF(coprime, part), PFinside(TP(part, 2), coprime)})
+            inComplexLanes(whole, InverseBy::Exchange);
+        if (part.length % 2 == 1)
+            inComplexLanes(PFinside(T(2, 2), part), InverseBy::Exchange);
+        inRealLanes(T(part, 3));
+        inRealLanes(PF(part, coprime));
+        for (const Decomposition &half : parts)
+            if (half.length == 2 * part.length)
+                inRealLanes(splitRadix(half, part));
+    }
+    // Convolutions run one transform there and one back.
+    for (const Decomposition &part : {PF(3, 4), TP(3, 4), PFinside(T(2, 2), 3), realLanes(T(4, 3))}) {
+        inComplexLanes(complexRader(part, PF(4, 3)), InverseBy::Constants);
         Graph graph;
-        InterleavedComplex model(graph, {Element::Float64, 2}, Products::Narrow, InverseBy::Exchange);
-        expectDecomposition(model, graph, decomposition);
+        expectDecomposition(SplitComplex(graph, doubles(4), Products::Narrow, InverseBy::Constants), graph,
+                            bluestein(5, part));
     }
 }
 
@@ -112,12 +136,50 @@ TEST(Algebra, PutsSignsIntoDifferences) {
     EXPECT_EQ(count(graph).sums(), 3);
 }
 
-TEST(Algebra, DescribesADecompositionInOrderOfExecution) {
-    EXPECT_EQ(describe(T(4, PF(3, 2))), "4 > (3 > 2) T");
-    EXPECT_EQ(describe(PF(T(4, 4), 3)), "(4 > 4 T) > 3");
-    EXPECT_EQ(describe(surrounded(2, 7, 2)), "2 > 7 > 2");
-    EXPECT_EQ(describe(splitRadix(T(4, 4), T(4, 2))), "(4 > 4 T) + 2 * (4 > 2 T)");
-    EXPECT_EQ(describe(PF(realRader(PF(2, 11), PF(11, 2)), 2)), "Rader(2 > 11, 11 > 2) > 2");
+// The words that describe a decomposition are those of a recipe, and tell all of it.
+TEST(Algebra, DescribesADecompositionInTheWordsOfARecipe) {
+    EXPECT_EQ(describe(T(4, PF(3, 2))), "T(4, PF(3, 2))");
+    EXPECT_EQ(describe(byColumn(realRader(PF(2, 3)), 7)), "byColumn(realRader(PF(2, 3), PF(2, 3)), 7)");
+    for (int length = shortestLength; length <= longestLength; ++length)
+        for (const Decomposition &row :
+             {lengthRecipe(length).complex32, lengthRecipe(length).complex64, realLengthRecipe(length).hartley})
+            EXPECT_EQ(parsedDecomposition(describe(row)), row) << describe(row);
+}
+
+template <class Recipe> std::string refusal(Recipe recipe) {
+    try {
+        recipe();
+    } catch (const DecompositionError &error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+TEST(Algebra, RefusesRecipesThatMeanNoTransform) {
+    const int line = __LINE__ + 1;
+    const std::string message = refusal([] { return LengthRecipe(8, Form::SplitLanes, PF(2, 4), T(4, 2)); });
+    EXPECT_NE(message.find("algebra_test.cpp:" + std::to_string(line) + ": PF(2, 4): the factors"),
+              message.npos)
+        << message;
+    EXPECT_NE(refusal([] { return LengthRecipe(9, Form::SplitLanes, T(4, 2), T(3, 3)); }).find("row of 9"),
+              std::string::npos);
+    for (const char *wrong :
+         {"6", "1", "sumDifference(7)", "byColumn(5, 7)", "byColumn(T(3, 3), 9)", "PFinside(T(2, 2), 2)",
+          "PFinside(PF(2, 3), 5)", "TF(2, 4)", "splitRadix(4, 4)", "realRader(T(2, 4))", "complexRader(8, 8)",
+          "complexRader(PF(2, 3), 4)", "bluestein(6, T(4, 4))", "bluestein(9, T(4, 4))",
+          "PF(complexRader(PF(5, 2), PF(2, 5)), 2)", "T(bluestein(3, 5), 2)", "PF(5 3)", "PF(5, 3) 2",
+          "rader(4)", "PF(5, 3", ""})
+        EXPECT_NE(refusal([&] { return parsedDecomposition(wrong); }), "accepted") << wrong;
+    // Sound, but not in every number model.
+    Graph graph;
+    const auto run = [&](auto model, const char *text) {
+        return refusal([&] { expectDecomposition(model, graph, parsedDecomposition(text)); });
+    };
+    const SplitComplex split(graph, doubles(4), Products::Narrow, InverseBy::Exchange);
+    const InterleavedComplex interleaved(graph, doubles(4), Products::Narrow, InverseBy::Exchange);
+    EXPECT_NE(run(split, "PF(splitRadix(4, 2), 3)"), "accepted");
+    EXPECT_NE(run(split, "realLanes(TP(2, 2))"), "accepted");
+    EXPECT_NE(run(interleaved, "bluestein(3, 5)"), "accepted");
 }
 
 } // namespace

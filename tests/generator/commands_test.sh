@@ -16,7 +16,7 @@ expect() { # expect STATUS PATTERN ARGUMENTS...
 expect 0 '22 additions (.*4 multiplications and 4 for the scale' explain zrfgDFTFwd_CToC_8_32fc
 expect 0 ' 172 multiplications and 33 for the scale' explain zrfgDFTFwd_RToPack_33_64f
 expect 0 'first pairs    (3, 30) (6, 27) (9, 24) (12, 21) (15, 18) ' explain zrfgDFTFwd_RToPack_33_64f
-expect 0 '^decomposition  4 > 2 T$' explain zrfgDFTInv_CToC_8_64fc
+expect 0 '^decomposition  TF(4, 2)$' explain zrfgDFTInv_CToC_8_64fc
 expect 0 'store' dump schedule zrfgDFTFwd_CToC_2_64fc
 expect 0 '^zrfgenGetLibVersion$' exports
 expect 1 'is no export' explain zrfgDFTFwd_CToC_65_32fc
