@@ -42,8 +42,8 @@ template <class Real, int order> struct Alone {
 
     static void lastRows(const Data<Real> &data) {
         constexpr int stride = isStaged ? chunk : passes.block;
-        alignas(16) const Real scale[] = {*data.factor, *data.factor}; // which no store can change
-        runRows<Real, length / stride, stride, true, Access::Aligned>(data.buffer(), data.dst(), scale);
+        const ScaleFactor<Real> scale(*data.factor); // which no store can change
+        runRows<Real, length / stride, stride, true, Access::Aligned>(data.buffer(), data.dst(), scale.lanes);
     }
 
     static std::vector<Pass<Real>> all() {
@@ -102,7 +102,7 @@ template <class Real> void copyAsPassesDo(int order, const Data<Real> &data) {
 
 template <class Real> std::vector<Contender>
 passContenders(int order, const Array<Real> &src, const Array<Real> &dst, const Array<std::uint8_t> &buffer) {
-    const Data<Real> data{src, dst, buffer, WhtFactors<Real, firstOrderOfPasses>::one};
+    const Data<Real> data{src, dst, buffer, WhtFactors<Real, firstOrderOfPasses>::one.lanes};
     return {{"passes",
              [=, passes = passesOf<Real>(order)](std::int64_t times) {
                  for (const Pass<Real> pass : passes)

@@ -9,5 +9,5 @@
 int main(int argc, char **argv) {
     using namespace zrfgen::gen;
     return runDriver({argv + 1, argv + argc},
-                     {complexDftFamily(), realDftFamily(), walshHadamardFamily(), dct4Family()}, exportNames());
+                     {complexDftKernels, realDftKernels, walshHadamardKernels, dct4Kernels}, exportNames());
 }

@@ -8,5 +8,5 @@ add_compile_options(-Wall -Wextra)
 add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 add_compile_options(
   -ffp-contract=off   # no fused multiply-add where the text has two roundings
-  -msse3 -mfpmath=sse # no x87: it rounds to other widths
+  -msse2 -mfpmath=sse # no x87: it rounds to other widths
 )

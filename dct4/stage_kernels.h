@@ -1,7 +1,7 @@
 // The kernels of the DCT-IV that kernelgen writes. Strides and pitches are in bytes.
 #pragma once
 
-#include "vectors.h"
+#include "target.h"
 
 #include <cstddef>
 
@@ -25,47 +25,7 @@ template <class Element, int radix> struct Combine;
 // order, at backward + l * step.
 template <class Element, int radix> struct Output;
 
-#include "dct4_combine_16_32f.inc"
-#include "dct4_combine_16_64f.inc"
-#include "dct4_combine_2_32f.inc"
-#include "dct4_combine_2_64f.inc"
-#include "dct4_combine_32_32f.inc"
-#include "dct4_combine_32_64f.inc"
-#include "dct4_combine_4_32f.inc"
-#include "dct4_combine_4_64f.inc"
-#include "dct4_combine_8_32f.inc"
-#include "dct4_combine_8_64f.inc"
-#include "dct4_direct_16_32f.inc"
-#include "dct4_direct_16_64f.inc"
-#include "dct4_direct_2_32f.inc"
-#include "dct4_direct_2_64f.inc"
-#include "dct4_direct_32_32f.inc"
-#include "dct4_direct_32_64f.inc"
-#include "dct4_direct_4_32f.inc"
-#include "dct4_direct_4_64f.inc"
-#include "dct4_direct_8_32f.inc"
-#include "dct4_direct_8_64f.inc"
-#include "dct4_input_16_32f.inc"
-#include "dct4_input_16_64f.inc"
-#include "dct4_input_2_32f.inc"
-#include "dct4_input_2_64f.inc"
-#include "dct4_input_32_32f.inc"
-#include "dct4_input_32_64f.inc"
-#include "dct4_input_4_32f.inc"
-#include "dct4_input_4_64f.inc"
-#include "dct4_input_64_32f.inc"
-#include "dct4_input_64_64f.inc"
-#include "dct4_input_8_32f.inc"
-#include "dct4_input_8_64f.inc"
-#include "dct4_output_16_32f.inc"
-#include "dct4_output_16_64f.inc"
-#include "dct4_output_2_64f.inc"
-#include "dct4_output_32_32f.inc"
-#include "dct4_output_32_64f.inc"
-#include "dct4_output_4_32f.inc"
-#include "dct4_output_4_64f.inc"
-#include "dct4_output_8_32f.inc"
-#include "dct4_output_8_64f.inc"
+#include "dct4_stages.inc"
 
 } // namespace
 

@@ -9,12 +9,12 @@ namespace zrfgen::gen {
 std::vector<std::string> exportNames() {
     std::vector<std::string> names;
 #define ZRF_FIXED_SIZE_NAME(N, family, suffix) names.push_back("zrfg" #family "_" #N "_" #suffix);
+#define ZRF_ORDER_NAME(order, suffix) names.push_back("zrfgWHT_" #order "_" #suffix);
 #define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \
     ZRF_FOR_EACH_LENGTH(ZRF_FIXED_SIZE_NAME, family, suffix)                                                 \
     names.push_back("zrfg" #family "_" #suffix);
 #define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
-    for (int order = 1; order <= 13; ++order)                                                                \
-        names.push_back("zrfgWHT_" + std::to_string(order) + "_" #suffix);                                   \
+    ZRF_FOR_EACH_ORDER(ZRF_ORDER_NAME, suffix)                                                               \
     names.push_back("zrfgWHT_" #suffix);                                                                     \
     names.push_back("zrfgWHTGetBufferSize_" #suffix);
 #define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \

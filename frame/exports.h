@@ -6,7 +6,7 @@
 
 namespace zrfgen::gen {
 
-// All names that the library knows, built or not yet, in export order: by the values of their bytes.
+// All names of the library, in export order: by the values of their bytes.
 std::vector<std::string> exportNames();
 
 } // namespace zrfgen::gen

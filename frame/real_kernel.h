@@ -11,7 +11,7 @@
 namespace zrfgen {
 
 // Hartley kernels have no spectrum; they take the layout in which nothing moves.
-template <class Kernel, Direction direction, Layout layout = Layout::Pack>
+template <class Kernel, KernelDirection direction, SpectrumLayout layout = SpectrumLayout::Pack>
 inline Status runRealKernel(const void *src, void *dst, std::int32_t flag) {
     return checkedCall<Kernel, direction>(
         src, dst, flag, [](auto... arguments) __attribute__((always_inline)) {

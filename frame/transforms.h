@@ -125,12 +125,15 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
     ZRF_FOR_EACH_LENGTH(ZRF_FIXED_SIZE, family, suffix, Element)                                             \
     Status ZRF_CALL zrfg##family##_##suffix(const Element *src, Element *dst, int32_t N, int32_t flag);
 
-/* Expands entry(order, ...) for every order of the Walsh-Hadamard transform. */
-#define ZRF_FOR_EACH_ORDER(entry, ...)                                                                       \
+/* Expand entry(order, ...) for the orders of the Walsh-Hadamard transform, without and with a buffer. */
+#define ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, ...)                                                        \
     entry(1, __VA_ARGS__) entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__)                  \
-        entry(5, __VA_ARGS__) entry(6, __VA_ARGS__) entry(7, __VA_ARGS__) entry(8, __VA_ARGS__)              \
-            entry(9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) entry(12, __VA_ARGS__)       \
-                entry(13, __VA_ARGS__)
+        entry(5, __VA_ARGS__) entry(6, __VA_ARGS__) entry(7, __VA_ARGS__)
+#define ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, ...)                                                           \
+    entry(8, __VA_ARGS__) entry(9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__)                \
+        entry(12, __VA_ARGS__) entry(13, __VA_ARGS__)
+#define ZRF_FOR_EACH_ORDER(entry, ...)                                                                       \
+    ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, __VA_ARGS__) ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, __VA_ARGS__)
 
 #define ZRF_WHT_ORDER(order, suffix, Element)                                                                \
     Status ZRF_CALL zrfgWHT_##order##_##suffix(const Element *src, Element *dst, int32_t flag,               \

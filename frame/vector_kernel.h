@@ -1,8 +1,8 @@
-// The head of the kernels on vectors: one path for arrays on 16-byte boundaries and one for any others.
+// The head of the kernels on vectors: one path for arrays on the target's boundaries and one for any others.
 //
 // Besides its factors, a Kernel has
 //     hasTwoPaths           whether alignment makes a difference to its text
-//     transform<direction, access>(src, dst, factor)
+//     transform<direction, access>(src, dst, factor, more...)
 #pragma once
 
 #include "kernel.h"
@@ -10,30 +10,30 @@
 namespace zrfgen {
 
 inline bool areAligned(const void *src, const void *dst) {
-    return ((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) & 15) == 0;
+    return (reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) % vectorBytes == 0;
 }
 
-template <class Kernel, Direction direction, Access access>
-inline Status runOnPath(const void *src, void *dst, std::int32_t flag) {
+template <class Kernel, KernelDirection direction, Access access, class... More>
+inline Status runOnPath(const void *src, void *dst, std::int32_t flag, More... more) {
     return checkedCall<Kernel, direction>(
-        src, dst, flag, [](auto... arguments) __attribute__((always_inline)) {
-            Kernel::template transform<direction, access>(arguments...);
+        src, dst, flag, [more...](auto... arguments) __attribute__((always_inline)) {
+            Kernel::template transform<direction, access>(arguments..., more...);
         });
 }
 
 // A routine of its own, so that the aligned path stays compact.
-template <class Kernel, Direction direction>
-[[gnu::noinline]] Status unalignedPath(const void *src, void *dst, std::int32_t flag) {
-    return runOnPath<Kernel, direction, Access::Unaligned>(src, dst, flag);
+template <class Kernel, KernelDirection direction, class... More>
+[[gnu::noinline]] Status unalignedPath(const void *src, void *dst, std::int32_t flag, More... more) {
+    return runOnPath<Kernel, direction, Access::Unaligned>(src, dst, flag, more...);
 }
 
-template <class Kernel, Direction direction>
-inline Status runVectorKernel(const void *src, void *dst, std::int32_t flag) {
+template <class Kernel, KernelDirection direction, class... More>
+inline Status runVectorKernel(const void *src, void *dst, std::int32_t flag, More... more) {
     if constexpr (Kernel::hasTwoPaths)
         if (!areAligned(src, dst))
-            return unalignedPath<Kernel, direction>(src, dst, flag);
+            return unalignedPath<Kernel, direction>(src, dst, flag, more...);
     constexpr Access access = Kernel::hasTwoPaths ? Access::Aligned : Access::Unaligned;
-    return runOnPath<Kernel, direction, access>(src, dst, flag);
+    return runOnPath<Kernel, direction, access>(src, dst, flag, more...);
 }
 
 } // namespace zrfgen

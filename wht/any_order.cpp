@@ -20,7 +20,7 @@
     Status ZRF_CALL ZRF_BODY(zrfgWHTGetBufferSize_##suffix)(int32_t order, int32_t * size) {                 \
         if (size == nullptr)                                                                                 \
             return zrfStatusNullPointer;                                                                     \
-        if (order < 1 || order > 13)                                                                         \
+        if (order < 1 || order > zrfgen::highestOrder)                                                       \
             return zrfStatusSizeError;                                                                       \
         *size = zrfgen::whtBufferSize(order, sizeof(Element));                                               \
         return zrfStatusOk;                                                                                  \

@@ -5,13 +5,17 @@
 
 namespace zrfgen {
 
-inline constexpr int highestOrderWithoutBuffer = 7;
+inline constexpr int highestOrderWithoutBuffer = 7, highestOrder = 13;
 
 // How an order's stages are spread over passes. A pass works on elements that are near one another in memory.
 struct WhtPasses {
     int block; // consecutive elements of the first pass
     int chunk; // elements that the first two of three passes take at a time, in the staging area; 0: two
                // passes
+
+    // The last pass works on rows as long as what the passes before it took at a time.
+    constexpr int lastRowElements() const { return chunk != 0 ? chunk : block; }
+    constexpr int lastRows(int order) const { return (1 << order) / lastRowElements(); }
 };
 
 constexpr WhtPasses whtPasses(int order, int elementBytes) {

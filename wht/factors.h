@@ -15,11 +15,10 @@ template <class Element, int order> struct WhtFactors {
     // Exact: products of powers of two.
     static constexpr Element byPowerOfTwo(int exponent) { return Element(1) / Element(1 << exponent); }
 
-    alignas(16) static constexpr Element one[] = {1, 1};
-    alignas(16) static constexpr Element byN[] = {byPowerOfTwo(order), byPowerOfTwo(order)};
-    static constexpr Element root =
-        byPowerOfTwo(order / 2) * (order % 2 == 0 ? Element(1) : inverseRootOfTwo<Element>);
-    alignas(16) static constexpr Element bySqrtN[] = {root, root};
+    static constexpr ScaleFactor<Element> one{1};
+    static constexpr ScaleFactor<Element> byN{byPowerOfTwo(order)};
+    static constexpr ScaleFactor<Element> bySqrtN{byPowerOfTwo(order / 2) *
+                                                  (order % 2 == 0 ? Element(1) : inverseRootOfTwo<Element>)};
 };
 
 } // namespace zrfgen

@@ -11,31 +11,21 @@ namespace zrfgen {
 // The pass bodies that kernelgen writes, each straight-line text.
 
 // Reads the elements of a block, does all stages and writes them.
-template <class Element, int elements> struct Block;
+template <class Element, int elements> struct BlockStages;
 // Reads one vector of each row, `stride` elements apart, does the stages between them and writes them at the
 // same distance; the last pass multiplies by the scale factor.
-template <class Element, int rows, bool isLast> struct Rows;
+template <class Element, int rows, bool isLast> struct RowStages;
 
-#include "wht_block_128_64f.inc"
-#include "wht_block_32_32f.inc"
-#include "wht_block_32_64f.inc"
-#include "wht_block_64_32f.inc"
-#include "wht_rows_16_last_32f.inc"
-#include "wht_rows_16_last_64f.inc"
-#include "wht_rows_32_last_32f.inc"
-#include "wht_rows_8_32f.inc"
-#include "wht_rows_8_64f.inc"
-#include "wht_rows_8_last_32f.inc"
-#include "wht_rows_8_last_64f.inc"
+#include "wht_passes.inc"
 
-template <class Element> inline constexpr int lanes = 16 / sizeof(Element);
+template <class Element> inline constexpr int lanes = vectorBytes / sizeof(Element);
 
 // All columns of rows that are `stride` elements long.
 template <class Element, int rows, int stride, bool isLast, Access access> [[gnu::always_inline]] inline void
 runRows(const unsigned char *src, unsigned char *dst, const Element *factor) {
     for (int column = 0; column < stride; column += lanes<Element>) {
         const std::size_t offset = column * sizeof(Element);
-        Rows<Element, rows, isLast>::template run<stride, access>(src + offset, dst + offset, factor);
+        RowStages<Element, rows, isLast>::template run<stride, access>(src + offset, dst + offset, factor);
     }
 }
 
@@ -43,7 +33,7 @@ template <class Element, int block, Access access>
 [[gnu::always_inline]] inline void runBlocks(const unsigned char *src, unsigned char *dst, int elements) {
     for (int first = 0; first < elements; first += block) {
         const std::size_t offset = first * sizeof(Element);
-        Block<Element, block>::template run<access>(src + offset, dst + offset, nullptr);
+        BlockStages<Element, block>::template run<access>(src + offset, dst + offset, nullptr);
     }
 }
 
@@ -51,20 +41,20 @@ template <class Element, int order, Access access> [[gnu::always_inline]] inline
 runPasses(const unsigned char *src, unsigned char *dst, const Element *factor, unsigned char *buffer) {
     constexpr int length = 1 << order;
     constexpr WhtPasses passes = whtPasses(order, sizeof(Element));
-    alignas(16) const Element scale[] = {*factor, *factor}; // which no store can change
+    const ScaleFactor<Element> scale(*factor); // which no store can change
     if constexpr (passes.chunk == 0) {
         runBlocks<Element, passes.block, access>(src, buffer, length);
-        runRows<Element, length / passes.block, passes.block, true, access>(buffer, dst, scale);
     } else {
         unsigned char *const staging = buffer + length * sizeof(Element);
         for (int first = 0; first < length; first += passes.chunk) {
             const std::size_t offset = first * sizeof(Element);
             runBlocks<Element, passes.block, access>(src + offset, staging, passes.chunk);
             runRows<Element, passes.chunk / passes.block, passes.block, false, Access::Aligned>(
-                staging, buffer + offset, scale);
+                staging, buffer + offset, scale.lanes);
         }
-        runRows<Element, length / passes.chunk, passes.chunk, true, access>(buffer, dst, scale);
     }
+    runRows<Element, passes.lastRows(order), passes.lastRowElements(), true, access>(buffer, dst,
+                                                                                     scale.lanes);
 }
 
 } // namespace zrfgen

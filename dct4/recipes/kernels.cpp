@@ -7,8 +7,6 @@
 #include "dct4/output_table.h"
 #include "dct4/recipes/odd_dft.h"
 
-#include <cctype>
-
 namespace zrfgen::gen {
 
 namespace {
@@ -221,22 +219,23 @@ Graph outputStage(int radix, Element element, const Target &target) {
 namespace {
 
 // A kernel as a specialisation of a template that the execution declares.
-KernelDefinition stageKernel(const std::string &name, int size, const std::string &parameters, int elements,
-                             Element element, std::function<Graph(const Target &)> build) {
+KernelDefinition stageKernel(const std::string &name, int size, std::vector<Parameter> parameters,
+                             int elements, Element element, std::function<Graph()> build) {
     const std::string n = std::to_string(size);
     return {
         .exports = {},
-        .file = "dct4_" + name + "_" + n + "_" + bits(element) + "f.inc",
+        .file = "dct4_stages.inc",
         .decomposition = name + " " + n,
         .elements = elements,
         .build = build,
-        .wrap =
-            [=](const Graph &, const std::string &body) {
-                std::string type = name;
-                type[0] = static_cast<char>(std::toupper(type[0]));
-                return "template <> struct " + type + "<Float" + bits(element) + ", " + n +
-                       "> {\n    static void run(" + parameters + ") {\n" + body + "    }\n};\n";
-            },
+        .text = {.header = "dct4/stage_kernels.h",
+                 .type = name + "<Float" + bits(element) + ", " + n + ">",
+                 .isSpecialisation = true,
+                 .element = element,
+                 .function = "run",
+                 .templateParameters = {},
+                 .parameters = parameters,
+                 .isAlwaysInline = false},
     };
 }
 
@@ -245,18 +244,20 @@ std::string times(int factor, const std::string &stride) {
 }
 
 KernelDefinition direct(int length, Element element) {
-    return stageKernel("direct", length, "const unsigned char *src, unsigned char *dst", length, element,
-                       [=](const Target &) { return directDct4(length, element); });
+    return stageKernel("Direct", length, {{"const unsigned char *", "src"}, {"unsigned char *", "dst"}},
+                       length, element, [=] { return directDct4(length, element); });
 }
 
-KernelDefinition input(int n, Element element) {
-    const int lanes = sse3.vector(element).lanes;
+KernelDefinition input(int n, Element element, const Target &target) {
+    const int lanes = target.vector(element).lanes;
     KernelDefinition definition =
-        stageKernel("input", n,
-                    "const unsigned char *forward, const unsigned char *backward, std::ptrdiff_t pitch, "
-                    "unsigned char *dst, "
-                    "std::ptrdiff_t rowPitch",
-                    n * lanes, element, [=](const Target &target) { return inputStage(n, element, target); });
+        stageKernel("Input", n,
+                    {{"const unsigned char *", "forward"},
+                     {"const unsigned char *", "backward"},
+                     {"std::ptrdiff_t", "pitch"},
+                     {"unsigned char *", "dst"},
+                     {"std::ptrdiff_t", "rowPitch"}},
+                    n * lanes, element, [=, &target] { return inputStage(n, element, target); });
     definition.arrays.source = {[=](int first) {
                                     const int i = first / lanes;
                                     return i < n / 2 ? "forward + " + times(i, "pitch")
@@ -268,16 +269,21 @@ KernelDefinition input(int n, Element element) {
     return definition;
 }
 
-KernelDefinition combine(int radix, Element element) {
-    const int lanes = sse3.vector(element).lanes, firstGroups = radix <= 8 ? radix - 1 : 3 * (radix / 4);
+KernelDefinition combine(int radix, Element element, const Target &target) {
+    const int lanes = target.vector(element).lanes, firstGroups = radix <= 8 ? radix - 1 : 3 * (radix / 4);
     const int groups = radix <= 8 ? firstGroups : firstGroups + radix / 4 - 1;
-    KernelDefinition definition = stageKernel(
-        "combine", radix,
-        "const unsigned char *src, std::ptrdiff_t srcPitch, const unsigned char *twiddles, "
-        "[[maybe_unused]] const unsigned char *innerTwiddles, unsigned char *lower, unsigned char *upper, "
-        "std::ptrdiff_t rowPitch, std::ptrdiff_t step",
-        2 * (radix + groups) * lanes, element,
-        [=](const Target &target) { return combiningStage(radix, element, target); });
+    KernelDefinition definition = stageKernel("Combine", radix,
+                                              {{"const unsigned char *", "src"},
+                                               {"std::ptrdiff_t", "srcPitch"},
+                                               {"const unsigned char *", "twiddles"},
+                                               {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
+                                               {"unsigned char *", "lower"},
+                                               {"unsigned char *", "upper"},
+                                               {"std::ptrdiff_t", "rowPitch"},
+                                               {"std::ptrdiff_t", "step"}},
+                                              2 * (radix + groups) * lanes, element, [=, &target] {
+                                                  return combiningStage(radix, element, target);
+                                              });
     definition.arrays.source = {[=](int first) -> std::string {
                                     const int vector = first / lanes;
                                     if (vector < 2 * radix)
@@ -300,15 +306,16 @@ KernelDefinition combine(int radix, Element element) {
     return definition;
 }
 
-KernelDefinition output(int radix, Element element) {
-    const int lanes = sse3.vector(element).lanes;
-    KernelDefinition definition =
-        stageKernel("output", radix,
-                    "const unsigned char *src, const unsigned char *twiddles, unsigned char *forward, "
-                    "unsigned char *backward, "
-                    "std::ptrdiff_t step",
-                    (lanes + 1) * 2 * radix * lanes, element,
-                    [=](const Target &target) { return outputStage(radix, element, target); });
+KernelDefinition output(int radix, Element element, const Target &target) {
+    const int lanes = target.vector(element).lanes;
+    KernelDefinition definition = stageKernel("Output", radix,
+                                              {{"const unsigned char *", "src"},
+                                               {"const unsigned char *", "twiddles"},
+                                               {"unsigned char *", "forward"},
+                                               {"unsigned char *", "backward"},
+                                               {"std::ptrdiff_t", "step"}},
+                                              (lanes + 1) * 2 * radix * lanes, element,
+                                              [=, &target] { return outputStage(radix, element, target); });
     definition.arrays.source = {[=](int first) {
                                     const int table = 2 * radix * lanes;
                                     return first < table ? "src + " + std::to_string(first) + " * " +
@@ -328,20 +335,20 @@ KernelDefinition output(int radix, Element element) {
 
 } // namespace
 
-Family dct4Family() {
-    Family family;
+Kernels dct4Kernels(const Target &target) {
+    Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
         for (const int length : {2, 4, 8, 16, 32})
-            family.push_back(direct(length, element));
+            kernels.push_back(direct(length, element));
         for (const int n : {2, 4, 8, 16, 32, 64})
-            family.push_back(input(n, element));
+            kernels.push_back(input(n, element, target));
         for (const int radix : {2, 4, 8, 16, 32})
-            family.push_back(combine(radix, element));
+            kernels.push_back(combine(radix, element, target));
         // A radix is a multiple of the lanes.
-        for (int radix = sse3.vector(element).lanes; radix <= 32; radix *= 2)
-            family.push_back(output(radix, element));
+        for (int radix = target.vector(element).lanes; radix <= 32; radix *= 2)
+            kernels.push_back(output(radix, element, target));
     }
-    return family;
+    return kernels;
 }
 
 } // namespace zrfgen::gen

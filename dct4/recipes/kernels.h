@@ -26,6 +26,6 @@ Graph combiningStage(int radix, Element element, const Target &target);
 // order.
 Graph outputStage(int radix, Element element, const Target &target);
 
-Family dct4Family();
+Kernels dct4Kernels(const Target &target);
 
 } // namespace zrfgen::gen

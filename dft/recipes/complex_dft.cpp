@@ -4,8 +4,6 @@
 #include "algebra/interleaved_complex.h"
 #include "algebra/split_complex.h"
 #include "dft/recipes/lengths.h"
-#include "emit/emit.h"
-#include "emit/kernel_file.h"
 
 namespace zrfgen::gen {
 
@@ -51,25 +49,24 @@ std::string exportName(const std::string &direction, int length, Element element
            std::to_string(length) + "_" + suffix(element);
 }
 
-// The kernel type around the body, and its two exports.
-std::string wrapped(int length, Element element, const Graph &graph, const std::string &body) {
+KernelText kernelText(int length, Element element) {
     const std::string arrayElement = "Complex" + bits(element);
-    const std::string type = "Dft" + std::to_string(length) + arrayElement;
-    KernelFile file{
-        .head = "vector_kernel.h",
-        .type = type,
-        .length = length,
+    KernelText kernel{
+        .header = "vector_kernel.h",
+        .type = "Dft" + std::to_string(length) + arrayElement,
+        .isSpecialisation = false,
+        .factorsOf = length,
         .element = element,
+        .tellsItsPaths = true,
+        .function = "transform",
+        .templateParameters = {{"KernelDirection", "direction"}, {"Access", "access"}},
+        .parameters = transformParameters(element),
         .arrayElement = arrayElement,
-        .members = std::string("    static constexpr bool hasTwoPaths = ") +
-                   (hasAlignedMoves(graph) ? "true" : "false") + ";\n",
-        .transformParameters = "Direction direction, Access access",
-        .exports = {},
     };
-    for (const char *direction : {"Forward", "Inverse"})
-        file.exports.push_back({exportName(direction, length, element),
-                                "runVectorKernel<" + type + ", Direction::" + direction + ">"});
-    return text(file, body);
+    for (const std::string direction : {"Forward", "Inverse"})
+        kernel.exports.push_back(
+            {exportName(direction, length, element), "runVectorKernel", {"KernelDirection::" + direction}});
+    return kernel;
 }
 
 } // namespace
@@ -84,25 +81,24 @@ Graph complexDft(int length, Element element, const Target &target) {
     return graph;
 }
 
-Family complexDftFamily() {
-    Family family;
+Kernels complexDftKernels(const Target &target) {
+    Kernels kernels;
     for (int length = shortestLength; length <= longestLength; ++length) {
         for (const Element element : {Element::Float32, Element::Float64}) {
             const LengthRecipe &recipe = lengthRecipe(length);
-            family.push_back({
+            kernels.push_back({
                 .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
                 .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
                 .decomposition = element == Element::Float32
                                      ? name(recipe.form) + (" " + describe(recipe.complex32))
                                      : describe(recipe.complex64),
                 .elements = 2 * length,
-                .build = [=](const Target &target) { return complexDft(length, element, target); },
-                .wrap = [=](const Graph &graph,
-                            const std::string &body) { return wrapped(length, element, graph, body); },
+                .build = [=, &target] { return complexDft(length, element, target); },
+                .text = kernelText(length, element),
             });
         }
     }
-    return family;
+    return kernels;
 }
 
 } // namespace zrfgen::gen

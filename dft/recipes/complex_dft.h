@@ -2,13 +2,12 @@
 #pragma once
 
 #include "driver/family.h"
-#include "target.h"
 
 namespace zrfgen::gen {
 
 // The kernel of a length for a target, as a graph over arrays of 2 * length real elements.
 Graph complexDft(int length, Element element, const Target &target);
 
-Family complexDftFamily();
+Kernels complexDftKernels(const Target &target);
 
 } // namespace zrfgen::gen

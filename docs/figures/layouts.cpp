@@ -9,7 +9,7 @@
 
 namespace {
 
-using zrfgen::Layout;
+using zrfgen::SpectrumLayout;
 
 constexpr int cellWidth = 44, cellHeight = 30, labelWidth = 56, gap = 12, margin = 8;
 
@@ -19,8 +19,8 @@ struct Cell {
 };
 
 // The spectrum of n real elements, cell by cell. CCS alone has cells that no entry stands in: its zeros.
-template <Layout layout> std::vector<Cell> cells(int n) {
-    std::vector<Cell> result(layout == Layout::CCS ? n / 2 * 2 + 2 : n);
+template <SpectrumLayout layout> std::vector<Cell> cells(int n) {
+    std::vector<Cell> result(layout == SpectrumLayout::CCS ? n / 2 * 2 + 2 : n);
     for (int entry = 0; entry < n; ++entry)
         result[zrfgen::spectrumElement<layout>(n, entry)] = {entry % 2 == 1 || entry == 0 ? "R" : "I",
                                                              (entry + 1) / 2};
@@ -45,7 +45,7 @@ void drawRow(std::ostream &out, int top, const std::string &label, const std::ve
 }
 
 void draw(std::ostream &out, int n) {
-    const std::vector<Cell> ccs = cells<Layout::CCS>(n);
+    const std::vector<Cell> ccs = cells<SpectrumLayout::CCS>(n);
     const int columns = static_cast<int>(ccs.size());
     const int width = 2 * margin + labelWidth + columns * cellWidth;
     const int height = 2 * margin + 20 + 3 * cellHeight + 3 * gap;
@@ -59,8 +59,8 @@ void draw(std::ostream &out, int n) {
                  " text-anchor=\"middle\" fill=\"#777777\"", std::to_string(i));
     top += 20;
     drawRow(out, top, "CCS", ccs);
-    drawRow(out, top += cellHeight + gap, "Pack", cells<Layout::Pack>(n));
-    drawRow(out, top += cellHeight + gap, "Perm", cells<Layout::Perm>(n));
+    drawRow(out, top += cellHeight + gap, "Pack", cells<SpectrumLayout::Pack>(n));
+    drawRow(out, top += cellHeight + gap, "Perm", cells<SpectrumLayout::Perm>(n));
     out << "</svg>\n";
 }
 

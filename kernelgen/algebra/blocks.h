@@ -19,8 +19,8 @@ template <ComplexModel Model> Values<Model> fourPoint(Model &m, const Values<Mod
     return {m.add(u0, u2), m.add(u1, u3), m.sub(u0, u2), m.sub(u1, u3)};
 }
 
-// Odd lengths by the defining sum, whose terms j and n - j share their products (R. C. Singleton, 1969): sums of
-// x[j] and x[n-j] are weighted by cosines, differences by sines.
+// Odd lengths by the defining sum, whose terms j and n - j share their products (R. C. Singleton, 1969): sums
+// of x[j] and x[n-j] are weighted by cosines, differences by sines.
 template <ComplexModel Model> Values<Model> oddPoint(Model &m, const Values<Model> &x) {
     const int n = static_cast<int>(x.size()), half = (n - 1) / 2;
     Values<Model> sums, differences;
@@ -45,8 +45,8 @@ template <ComplexModel Model> Values<Model> oddPoint(Model &m, const Values<Mode
     return result;
 }
 
-// The five-point block with the cosines' half sum and half difference, -1/4 and sqrt(5)/4, in the place of the
-// cosines (S. Winograd, 1978): two products fewer, as many additions, a longer way.
+// The five-point block with the cosines' half sum and half difference, -1/4 and sqrt(5)/4, in the place of
+// the cosines (S. Winograd, 1978): two products fewer, as many additions, a longer way.
 template <ComplexModel Model> Values<Model> sumDifferenceFivePoint(Model &m, const Values<Model> &x) {
     const auto a = m.add(x[1], x[4]), b = m.add(x[2], x[3]);
     const auto d = m.sub(x[1], x[4]), e = m.sub(x[2], x[3]);
@@ -59,7 +59,8 @@ template <ComplexModel Model> Values<Model> sumDifferenceFivePoint(Model &m, con
     return {m.add(x[0], t), m.add(m1, n1), m.add(m2, n2), m.sub(m2, n2), m.sub(m1, n1)};
 }
 
-template <ComplexModel Model> Values<Model> butterfly(Model &m, const Decomposition &form, const Values<Model> &x) {
+template <ComplexModel Model>
+Values<Model> butterfly(Model &m, const Decomposition &form, const Values<Model> &x) {
     if (form.method == Decomposition::Method::SumDifference)
         return sumDifferenceFivePoint(m, x);
     return x.size() == 2 ? twoPoint(m, x) : x.size() == 4 ? fourPoint(m, x) : oddPoint(m, x);

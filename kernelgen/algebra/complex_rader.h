@@ -11,7 +11,7 @@ namespace zrfgen::gen {
 // is the same sequence with the signs of the odd spectrum constants changed, so the model must take the
 // direction from constants.
 template <ComplexModel Model> typename Model::Column raderInComplexLanes(Model &m, const Decomposition &step,
-                                                                  const typename Model::Column &x) {
+                                                                         const typename Model::Column &x) {
     using Column = typename Model::Column;
     const std::vector<int> powers = powersOfPrimitiveRoot(step.length);
     const int length = step.length - 1;

@@ -196,7 +196,8 @@ Decomposition bluestein(int length, Decomposition longer, SourceLine line) {
 Decomposition ofLength(int length, Decomposition decomposition, SourceLine line) {
     if (decomposition.length != length)
         refuse(line, describe(decomposition),
-               "has length " + std::to_string(decomposition.length) + " in the row of " + std::to_string(length));
+               "has length " + std::to_string(decomposition.length) + " in the row of " +
+                   std::to_string(length));
     return decomposition;
 }
 

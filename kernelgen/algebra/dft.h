@@ -17,7 +17,7 @@ using Twiddles = Decomposition::Twiddles;
 
 // All columns through a decomposition. Each run of `alike` columns is the same place in as many transforms.
 template <ComplexModel Model> Columns<Model> transform(Model &m, const Decomposition &decomposition,
-                                                const Columns<Model> &columns, int alike = 1);
+                                                       const Columns<Model> &columns, int alike = 1);
 
 // The transform of a real column is its own mirror image, but twiddles keep rows k1 and a - k1 of a
 // Cooley-Tukey step of length q from looking alike. Where the model knows real columns, takes the outputs of
@@ -41,7 +41,7 @@ void takeHalfOfRealRows(Columns<Model> &results, const Columns<Model> &columns, 
 // All columns through a decomposition. Where the model knows real columns, the real and the imaginary parts
 // of any other column are taken as columns of their own, combined at the end.
 template <ComplexModel Model> Columns<Model> transformParts(Model &m, const Decomposition &decomposition,
-                                                     const Columns<Model> &columns, int alike) {
+                                                            const Columns<Model> &columns, int alike) {
     if constexpr (Model::capabilities.realColumns) {
         Columns<Model> parts;
         for (const auto &column : columns) {

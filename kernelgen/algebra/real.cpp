@@ -13,12 +13,13 @@ Real RealArithmetic::sum(Real a, Real b) {
 Real RealArithmetic::weightedSum(std::optional<Real> base, const std::vector<RealTerm> &terms) {
     const bool isDoubling = !base && terms.size() == 1 && (terms[0].factor == 2 || terms[0].factor == -2);
     if (products == Products::Wide && !isDoubling)
-        return sumInFloat64(graph, RealArithmetic(graph, {Element::Float64, valueType.lanes}, Products::Narrow),
-                            base, terms);
+        return sumInFloat64(
+            graph, RealArithmetic(graph, {Element::Float64, valueType.lanes}, Products::Narrow), base, terms);
     std::optional<Real> total = base;
     for (const RealTerm &term : terms) {
         const bool isNegative = term.factor < 0;
-        Real product = scaled(term.value, graph.broadcast(valueType, isNegative ? -term.factor : term.factor));
+        Real product =
+            scaled(term.value, graph.broadcast(valueType, isNegative ? -term.factor : term.factor));
         if (isNegative)
             product = -product;
         total = total ? sum(*total, product) : product;

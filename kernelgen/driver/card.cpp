@@ -1,7 +1,7 @@
 #include "driver/card.h"
 
-#include "graph/count.h"
 #include "graph/evaluate.h"
+#include "lanes/count.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,8 +92,8 @@ std::string registers(const CompiledKernel &kernel, const Target &target) {
 } // namespace
 
 std::string card(const KernelDefinition &definition, const CompiledKernel &kernel, const Target &target) {
-    const Counts counts = count(kernel.graph);
-    std::string names = definition.exports.empty() ? definition.file : "";
+    const Counts counts = count(kernel.graph, target);
+    std::string names = definition.exports.empty() ? definition.text.type : "";
     for (const std::string &name : definition.exports)
         names += (names.empty() ? "" : ", ") + name;
     std::string text = names + "\n" + row("decomposition", definition.decomposition);

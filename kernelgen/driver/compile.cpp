@@ -1,7 +1,6 @@
 #include "driver/compile.h"
 
 #include "driver/card.h"
-#include "emit/emit.h"
 #include "lanes/lower.h"
 
 #include <sstream>
@@ -10,20 +9,21 @@ namespace zrfgen::gen {
 
 CompiledKernel compile(const KernelDefinition &definition, const Target &target) {
     CompiledKernel kernel;
-    kernel.algebra = definition.build(target);
-    kernel.graph = lowered(kernel.algebra);
+    kernel.algebra = definition.build();
+    kernel.graph = lowered(kernel.algebra, target);
     kernel.schedule = scheduled(kernel.graph, target);
-    kernel.body = emitBody(kernel.graph, kernel.schedule, definition.arrays);
+    kernel.text = text(definition.text, emitBody(kernel.graph, kernel.schedule, definition.arrays, target),
+                       hasAlignedMoves(kernel.graph, target));
     return kernel;
 }
 
-std::string sourceFile(const KernelDefinition &definition, const Target &target) {
+std::string source(const KernelDefinition &definition, const Target &target) {
     const CompiledKernel kernel = compile(definition, target);
-    std::string text;
+    std::string result;
     std::istringstream lines(card(definition, kernel, target));
     for (std::string line; std::getline(lines, line);)
-        text += line.empty() ? "//\n" : "// " + line + "\n";
-    return text + definition.wrap(kernel.graph, kernel.body);
+        result += line.empty() ? "//\n" : "// " + line + "\n";
+    return result + kernel.text;
 }
 
 } // namespace zrfgen::gen

@@ -10,12 +10,12 @@ struct CompiledKernel {
     Graph algebra; // as the recipe built it
     Graph graph;   // in the target's own moves and shuffles
     Schedule schedule;
-    std::string body;
+    std::string text; // the body and what is around it
 };
 
 CompiledKernel compile(const KernelDefinition &definition, const Target &target);
 
-// The complete generated file, headed by the kernel's card.
-std::string sourceFile(const KernelDefinition &definition, const Target &target);
+// The kernel's text, headed by its card.
+std::string source(const KernelDefinition &definition, const Target &target);
 
 } // namespace zrfgen::gen

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -15,11 +17,11 @@ namespace zrfgen::gen {
 
 namespace {
 
-const char usage[] =
-    "usage: kernelgen emit DIRECTORY           write the library's generated files\n"
-    "       kernelgen explain EXPORT           print a kernel's card\n"
-    "       kernelgen dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
-    "       kernelgen exports                  list the exports\n";
+const char usage[] = "usage: kernelgen [--target NAME] COMMAND\n"
+                     "       emit DIRECTORY           write the library's generated files\n"
+                     "       explain EXPORT           print a kernel's card\n"
+                     "       dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
+                     "       exports                  list the exports\n";
 
 // What is wrong with the command line, in one line.
 struct CommandError : std::runtime_error {
@@ -28,8 +30,12 @@ struct CommandError : std::runtime_error {
 
 class Driver {
 public:
-    Driver(const std::vector<Family> &families, const std::vector<std::string> &exports)
-        : families(families), exports(exports) {}
+    Driver(const Target &target, const std::vector<Family> &families, const std::vector<std::string> &exports)
+        : target(target), exports(exports) {
+        for (const Family &family : families)
+            for (KernelDefinition &kernel : family(target))
+                kernels.push_back(std::move(kernel));
+    }
 
     void run(const std::vector<std::string> &arguments) const {
         const std::string command = arguments.empty() ? "" : arguments[0];
@@ -52,23 +58,21 @@ private:
     }
 
     const KernelDefinition &kernel(const std::string &name) const {
-        for (const Family &family : families)
-            for (const KernelDefinition &definition : family)
-                if (std::find(definition.exports.begin(), definition.exports.end(), name) !=
-                    definition.exports.end())
-                    return definition;
-        const bool isExport = std::find(exports.begin(), exports.end(), name) != exports.end();
+        for (const KernelDefinition &definition : kernels)
+            if (std::ranges::find(definition.exports, name) != definition.exports.end())
+                return definition;
+        const bool isExport = std::ranges::find(exports, name) != exports.end();
         throw CommandError(name + (isExport ? " is written by hand and has no card\n"
                                             : " is no export; see: kernelgen exports\n"));
     }
 
     void explain(const std::string &name) const {
         const KernelDefinition &definition = kernel(name);
-        std::cout << card(definition, compile(definition, sse3), sse3);
+        std::cout << card(definition, compile(definition, target), target);
     }
 
     void dump(const std::string &layer, const std::string &name) const {
-        const CompiledKernel compiled = compile(kernel(name), sse3);
+        const CompiledKernel compiled = compile(kernel(name), target);
         if (layer == "algebra")
             std::cout << dumped(compiled.algebra);
         else if (layer == "graph")
@@ -78,23 +82,44 @@ private:
                 std::cout << (step.kind == Step::Kind::Store ? dumped(compiled.graph.stores()[step.index])
                                                              : dumped(compiled.graph, step.index));
         else if (layer == "text")
-            std::cout << sourceFile(kernel(name), sse3);
+            std::cout << source(kernel(name), target);
         else
             throw CommandError("no layer '" + layer + "'; there are algebra, graph, schedule and text\n");
     }
 
     void emit(const std::string &directory) const {
         std::filesystem::create_directories(directory);
-        for (const Family &family : families)
-            for (const KernelDefinition &definition : family)
-                write(directory, definition.file, sourceFile(definition, sse3));
-        std::string entries, versions = "{\nglobal:\n";
-        for (const std::string &name : exports) {
-            entries += "ENTRY(" + name + ")\n";
-            versions += "    " + name + ";\n";
+        std::map<std::string, std::string> files;
+        std::set<std::string> sources;
+        for (const KernelDefinition &definition : kernels) {
+            files[definition.file] += source(definition, target);
+            if (!definition.exports.empty())
+                sources.insert(definition.file);
         }
-        write(directory, "entries.inc", entries);
-        write(directory, "exports.map", versions + "local:\n    *;\n};\n");
+        for (const std::string &name : exports) {
+            files["entries.inc"] += "ENTRY(" + name + ")\n";
+            files["exports.map"] += "    " + name + ";\n";
+        }
+        files["exports.map"] = "{\nglobal:\n" + files["exports.map"] + "local:\n    *;\n};\n";
+        files["target.h"] = "// The target of the kernels: " + target.name +
+                            ".\n#pragma once\n\n#include \"" + target.header +
+                            "\"\n\nnamespace zrfgen {\n\ninline constexpr int vectorBytes = " +
+                            std::to_string(target.vectorBytes) + ";\n\n} // namespace zrfgen\n";
+        for (const auto &[name, text] : files)
+            write(directory, name, text);
+        write(directory, "files.cmake", buildList(files, sources));
+    }
+
+    // What the build has to know of the generated files.
+    std::string buildList(const std::map<std::string, std::string> &files,
+                          const std::set<std::string> &sources) const {
+        std::string options, compiled, included;
+        for (const std::string &option : target.compilerOptions)
+            options += " " + option;
+        for (const auto &[name, text] : files)
+            (sources.contains(name) ? compiled : included) += "\n  ${CMAKE_CURRENT_LIST_DIR}/" + name;
+        return "set(targetOptions" + options + ")\nset(generatedSources" + compiled +
+               ")\nset(generatedIncludes" + included + ")\n";
     }
 
     // Leaves a file that would not change as it is, so that nothing is compiled again for it.
@@ -110,16 +135,22 @@ private:
             throw CommandError("cannot write " + path.string() + "\n");
     }
 
-    const std::vector<Family> &families;
+    const Target &target;
     const std::vector<std::string> &exports; // in export order
+    std::vector<KernelDefinition> kernels;
 };
 
 } // namespace
 
-int runDriver(const std::vector<std::string> &arguments, const std::vector<Family> &families,
+int runDriver(std::vector<std::string> arguments, const std::vector<Family> &families,
               const std::vector<std::string> &exports) {
     try {
-        Driver(families, exports).run(arguments);
+        const Target *target = &baseTarget();
+        if (arguments.size() >= 2 && arguments[0] == "--target") {
+            target = &targetNamed(arguments[1]);
+            arguments.erase(arguments.begin(), arguments.begin() + 2);
+        }
+        Driver(*target, families, exports).run(arguments);
         return 0;
     } catch (const CommandError &error) {
         std::cerr << error.what();

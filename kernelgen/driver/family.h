@@ -2,8 +2,9 @@
 #pragma once
 
 #include "emit/emit.h"
+#include "emit/kernel_text.h"
 #include "graph/graph.h"
-#include "target.h"
+#include "target/target.h"
 
 #include <functional>
 #include <string>
@@ -11,18 +12,20 @@
 
 namespace zrfgen::gen {
 
-// One kernel text and the exports that it serves.
+// One kernel and the exports that it serves.
 struct KernelDefinition {
     std::vector<std::string> exports; // none if hand-written code includes the file
-    std::string file;
+    std::string file;                 // which several such kernels may share
     std::string decomposition;
     int elements; // real elements of the source, and as many of the destination
-    std::function<Graph(const Target &)> build;
-    // The complete text around a body.
-    std::function<std::string(const Graph &, const std::string &)> wrap;
+    std::function<Graph()> build;
+    KernelText text;
     ArrayTexts arrays = {};
 };
 
-using Family = std::vector<KernelDefinition>;
+using Kernels = std::vector<KernelDefinition>;
+
+// All kernels of a family for a target.
+using Family = std::function<Kernels(const Target &)>;
 
 } // namespace zrfgen::gen

@@ -1,22 +1,12 @@
-// The kernel as C++ text with SSE intrinsics.
+// The kernel as C++ text with the target's intrinsics.
 #pragma once
 
-#include "graph/graph.h"
 #include "schedule/schedule.h"
 
 #include <functional>
 #include <string>
 
 namespace zrfgen::gen {
-
-// 4 or 8.
-int bytes(Element element);
-
-// "32" or "64", as it stands in the names of types and exports.
-std::string bits(Element element);
-
-// A number as a hexadecimal literal of the element type: the value rounded once.
-std::string literal(Quad value, Element element);
 
 // How the text reaches the caller's arrays.
 struct ArrayText {
@@ -28,12 +18,13 @@ struct ArrayTexts {
     ArrayText source = {}, destination = {};
 };
 
-// The statements of a function body over `src`, `dst` (byte pointers) and `factor` (the scale twice over, on
-// a 16-byte boundary), with the template parameters `direction` and `access` in scope. The graph must have
-// been lowered.
-std::string emitBody(const Graph &graph, const Schedule &schedule, const ArrayTexts &arrays);
+// The statements of a function body over `src`, `dst` (byte pointers) and `factor` (a vector of the scale
+// factor, on a boundary of vectors), with the template parameters `direction` and `access` in scope. The
+// graph must have been lowered.
+std::string emitBody(const Graph &graph, const Schedule &schedule, const ArrayTexts &arrays,
+                     const Target &target);
 
-// Whether the text depends on `access`: some move takes a whole vector that an aligned array aligns.
-bool hasAlignedMoves(const Graph &graph);
+// Whether the text depends on `access`: some move gains by an aligned array.
+bool hasAlignedMoves(const Graph &graph, const Target &target);
 
 } // namespace zrfgen::gen

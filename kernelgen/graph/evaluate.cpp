@@ -6,11 +6,6 @@ namespace {
 
 using Lanes = std::vector<Quad>;
 
-Quad round(Quad x, Element element) {
-    return element == Element::Float32 ? static_cast<Quad>(static_cast<float>(x))
-                                       : static_cast<Quad>(static_cast<double>(x));
-}
-
 // One lane of an arithmetic operation. A quad holds twice the bits of a double and more, so rounding its
 // sums, differences and products of element values again gives what the narrow operation itself would.
 Quad combine(Op op, Quad a, Quad b) {
@@ -66,7 +61,7 @@ std::vector<Quad> evaluate(const Graph &graph, Direction direction, Precision pr
                 break;
             }
             if (precision == Precision::Native)
-                lanes[lane] = round(lanes[lane], node.type.element);
+                lanes[lane] = rounded(lanes[lane], node.type.element);
         }
         value[id] = std::move(lanes);
     }

@@ -3,15 +3,12 @@
 // operands, which changes no bit.
 #pragma once
 
-#include "number/quad.h"
+#include "number/element.h"
 
-#include <cstdint>
 #include <map>
 #include <vector>
 
 namespace zrfgen::gen {
-
-enum class Element : std::uint8_t { Float32, Float64 };
 
 // A vector of lanes, or a scalar where there is one lane.
 struct Type {

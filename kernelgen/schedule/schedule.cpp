@@ -147,56 +147,63 @@ Schedule scheduled(const Graph &graph, const Target &target) {
 }
 
 Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
-    const auto operands = [&](const Step &step) {
-        std::set<NodeId> values;
+    // The values that each step uses, in order and each once, and the steps at which each value is used, the
+    // next one last.
+    std::vector<std::vector<NodeId>> operands(schedule.size());
+    std::vector<std::vector<int>> uses(graph.size());
+    for (int i = static_cast<int>(schedule.size()) - 1; i >= 0; --i) {
+        const Step &step = schedule[i];
+        std::vector<NodeId> &values = operands[i];
         if (step.kind == Step::Kind::Store)
-            values.insert(registerOf(graph, graph.stores()[step.index].value));
+            values.push_back(registerOf(graph, graph.stores()[step.index].value));
         else if (graph[step.index].op != Op::ByDirection)
             for (const NodeId operand : graph[step.index].operands)
                 if (!isConstant(graph, operand))
-                    values.insert(registerOf(graph, operand));
-        return values;
-    };
-    // The steps at which each value is used, the next one last.
-    std::map<NodeId, std::vector<int>> uses;
-    for (int i = static_cast<int>(schedule.size()) - 1; i >= 0; --i)
-        for (const NodeId value : operands(schedule[i]))
+                    values.push_back(registerOf(graph, operand));
+        std::ranges::sort(values);
+        values.erase(std::ranges::unique(values).begin(), values.end());
+        for (const NodeId value : values)
             uses[value].push_back(i);
+    }
 
     Traffic result;
-    std::set<NodeId> inRegister, inMemory, live;
-    const auto makeRoom = [&](const std::set<NodeId> &needed) {
-        while (static_cast<int>(inRegister.size()) >= registers) {
-            NodeId victim = noNode;
-            for (const NodeId value : inRegister)
-                if (!needed.contains(value) && (victim == noNode || uses[value].back() > uses[victim].back()))
-                    victim = value;
-            inRegister.erase(victim);
-            if (inMemory.insert(victim).second)
-                ++result.spills;
-        }
+    int live = 0;
+    std::vector<bool> isInMemory(graph.size());
+    std::vector<NodeId> inRegister; // in order
+    const auto isIn = [](const std::vector<NodeId> &values, NodeId value) {
+        return std::ranges::binary_search(values, value);
     };
-    for (const Step &step : schedule) {
-        const std::set<NodeId> needed = operands(step);
-        for (const NodeId value : needed) {
-            if (!inRegister.contains(value)) {
-                makeRoom(needed);
-                inRegister.insert(value);
+    const auto take = [&](NodeId value, const std::vector<NodeId> &needed) {
+        while (static_cast<int>(inRegister.size()) >= registers) {
+            auto victim = inRegister.end();
+            for (auto place = inRegister.begin(); place != inRegister.end(); ++place)
+                if (!isIn(needed, *place) &&
+                    (victim == inRegister.end() || uses[*place].back() > uses[*victim].back()))
+                    victim = place;
+            result.spills += !isInMemory[*victim];
+            isInMemory[*victim] = true;
+            inRegister.erase(victim);
+        }
+        inRegister.insert(std::ranges::lower_bound(inRegister, value), value);
+    };
+    for (std::size_t i = 0; i < schedule.size(); ++i) {
+        for (const NodeId value : operands[i]) {
+            if (!isIn(inRegister, value)) {
+                take(value, operands[i]);
                 ++result.reloads;
             }
         }
-        for (const NodeId value : needed) {
+        for (const NodeId value : operands[i]) {
             uses[value].pop_back();
             if (uses[value].empty()) {
-                inRegister.erase(value);
-                live.erase(value);
+                inRegister.erase(std::ranges::lower_bound(inRegister, value));
+                --live;
             }
         }
+        const Step &step = schedule[i];
         if (step.kind == Step::Kind::Compute && graph[step.index].op != Op::ByDirection) {
-            makeRoom({});
-            inRegister.insert(step.index);
-            live.insert(step.index);
-            result.most = std::max(result.most, static_cast<int>(live.size()));
+            take(step.index, {});
+            result.most = std::max(result.most, ++live);
         }
     }
     return result;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "graph/graph.h"
-#include "target.h"
+#include "target/target.h"
 
 namespace zrfgen::gen {
 

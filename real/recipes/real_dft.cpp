@@ -3,7 +3,6 @@
 #include "algebra/half_spectrum.h"
 #include "algebra/real.h"
 #include "dft/recipes/lengths.h"
-#include "emit/kernel_file.h"
 #include "real/recipes/lengths.h"
 
 namespace zrfgen::gen {
@@ -73,16 +72,17 @@ std::string lengthAndSuffix(int length, Element element) {
     return std::to_string(length) + "_" + bits(element) + "f";
 }
 
-KernelFile kernelFile(const std::string &kind, int length, Element element) {
+KernelText kernelText(const std::string &kind, int length, Element element) {
     return {
-        .head = "real_kernel.h",
+        .header = "real_kernel.h",
         .type = kind + std::to_string(length) + "Float" + bits(element),
-        .length = length,
+        .isSpecialisation = false,
+        .factorsOf = length,
         .element = element,
+        .function = "transform",
+        .templateParameters = {{"SpectrumLayout", "layout"}},
+        .parameters = transformParameters(element),
         .arrayElement = "Float" + bits(element),
-        .members = "",
-        .transformParameters = "Layout layout",
-        .exports = {},
     };
 }
 
@@ -90,48 +90,44 @@ KernelFile kernelFile(const std::string &kind, int length, Element element) {
 KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForward, int length,
                                 Element element) {
     const std::string direction = isForward ? "Forward" : "Inverse";
-    KernelFile file = kernelFile("Real" + direction, length, element);
-    KernelDefinition definition{
+    const std::string n = std::to_string(length), size = std::to_string(bytes(element));
+    KernelDefinition kernel{
         .exports = {},
         .file = (isForward ? "real_forward_" : "real_inverse_") + lengthAndSuffix(length, element) + ".cpp",
         .decomposition = describe(decomposition) + (isForward ? "" : ", transposed: the last stage first"),
         .elements = length,
-        .build =
-            [=](const Target &) {
-                return isForward ? forwardRealDft(length, element) : inverseRealDft(length, element);
-            },
-        .wrap = {},
+        .build = [=] { return (isForward ? forwardRealDft : inverseRealDft)(length, element); },
+        .text = kernelText("Real" + direction, length, element),
     };
     for (const std::string layout : {"CCS", "Pack", "Perm"}) {
         const std::string family = isForward ? "DFTFwd_RTo" + layout : "DFTInv_" + layout + "ToR";
-        const std::string name = "zrfg" + family + "_" + lengthAndSuffix(length, element);
-        definition.exports.push_back(name);
-        file.exports.push_back(
-            {name, "runRealKernel<" + file.type + ", Direction::" + direction + ", Layout::" + layout + ">"});
+        kernel.exports.push_back("zrfg" + family + "_" + lengthAndSuffix(length, element));
+        kernel.text.exports.push_back({kernel.exports.back(),
+                                       "runRealKernel",
+                                       {"KernelDirection::" + direction, "SpectrumLayout::" + layout}});
     }
-    const std::string n = std::to_string(length);
-    const std::string zeros =
-        isForward ? "        storeSpectrumZeros<layout, " + file.arrayElement + ">(dst, " + n + ");\n" : "";
-    definition.wrap = [=](const Graph &, const std::string &body) { return text(file, body + zeros); };
-    const std::string array = isForward ? "dst + " : "src + ", size = std::to_string(bytes(element));
-    (isForward ? definition.arrays.destination : definition.arrays.source).address = [=](int i) {
+    if (isForward)
+        kernel.text.lastStatement =
+            "        storeSpectrumZeros<layout, " + kernel.text.arrayElement + ">(dst, " + n + ");\n";
+    const std::string array = isForward ? "dst + " : "src + ";
+    (isForward ? kernel.arrays.destination : kernel.arrays.source).address = [=](int i) {
         return array + size + " * spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
     };
-    return definition;
+    return kernel;
 }
 
 KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, Element element) {
-    KernelFile file = kernelFile("Hartley", length, element);
     const std::string name = "zrfgHartley_" + lengthAndSuffix(length, element);
-    file.exports = {{name, "runRealKernel<" + file.type + ", Direction::Both>"}};
-    return {
+    KernelDefinition kernel{
         .exports = {name},
         .file = "hartley_" + lengthAndSuffix(length, element) + ".cpp",
         .decomposition = describe(decomposition),
         .elements = length,
-        .build = [=](const Target &) { return hartley(length, element); },
-        .wrap = [=](const Graph &, const std::string &body) { return text(file, body); },
+        .build = [=] { return hartley(length, element); },
+        .text = kernelText("Hartley", length, element),
     };
+    kernel.text.exports = {{name, "runRealKernel", {"KernelDirection::Both"}}};
+    return kernel;
 }
 
 } // namespace
@@ -148,17 +144,17 @@ Graph hartley(int length, Element element) {
     return scalarKernel(hartleyMap(length), length, element);
 }
 
-Family realDftFamily() {
-    Family family;
+Kernels realDftKernels(const Target &) {
+    Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
         for (int length = shortestLength; length <= longestLength; ++length) {
             const RealLengthRecipe &recipe = realLengthRecipe(length);
-            family.push_back(spectrumKernel(recipe.forward, true, length, element));
-            family.push_back(spectrumKernel(recipe.inverse, false, length, element));
-            family.push_back(hartleyKernel(recipe.hartley, length, element));
+            kernels.push_back(spectrumKernel(recipe.forward, true, length, element));
+            kernels.push_back(spectrumKernel(recipe.inverse, false, length, element));
+            kernels.push_back(hartleyKernel(recipe.hartley, length, element));
         }
     }
-    return family;
+    return kernels;
 }
 
 } // namespace zrfgen::gen

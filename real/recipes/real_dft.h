@@ -11,6 +11,7 @@ Graph forwardRealDft(int length, Element element);
 Graph inverseRealDft(int length, Element element);
 Graph hartley(int length, Element element);
 
-Family realDftFamily();
+// Scalars: the same for every target.
+Kernels realDftKernels(const Target &target);
 
 } // namespace zrfgen::gen

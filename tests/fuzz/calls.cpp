@@ -169,7 +169,7 @@ std::vector<Real> predictDft(const Export &entry, int n, const std::vector<Real>
     const int count = entry.numbers(n);
     Graph &graph = graphs[{kind, n}];
     if (graph.size() == 0)
-        graph = kind == 'c'   ? complexDft(n, element, sse3)
+        graph = kind == 'c'   ? complexDft(n, element, baseTarget())
                 : kind == 'F' ? forwardRealDft(n, element)
                 : kind == 'h' ? hartley(n, element)
                               : inverseRealDft(n, element);

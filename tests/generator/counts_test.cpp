@@ -1,5 +1,5 @@
 // The cost of each kernel against the figures in counts.txt, in the graph and in the machine code.
-#include "graph/count.h"
+#include "lanes/count.h"
 
 #include "dft/recipes/complex_dft.h"
 #include "dft/recipes/lengths.h"
@@ -61,12 +61,12 @@ Expectations readExpectations() {
 }
 
 Cost graphCost(const Graph &graph) {
-    const Counts counts = count(graph);
+    const Counts counts = count(graph, baseTarget());
     return {counts.sums(), counts.multiplications, counts.conversions};
 }
 
 Cost graphCost(int length, Element element) {
-    return graphCost(lowered(complexDft(length, element, sse3)));
+    return graphCost(lowered(complexDft(length, element, baseTarget()), baseTarget()));
 }
 
 struct MachineCode {
@@ -172,7 +172,7 @@ TEST(RealCounts, OfTheGraphMeetTheFigures) {
         }
         int singleSums, singleProducts, wideSums, wideProducts, conversions;
         ASSERT_TRUE(fields >> singleSums >> singleProducts >> wideSums >> wideProducts >> conversions);
-        const Counts counts = count(forwardRealDft(length, Element::Float32));
+        const Counts counts = count(forwardRealDft(length, Element::Float32), baseTarget());
         EXPECT_LE(counts.sums(), singleSums + wideSums);
         EXPECT_LE(counts.multiplications, singleProducts + wideProducts);
         EXPECT_LE(counts.wideSums, wideSums);
@@ -184,7 +184,7 @@ TEST(RealCounts, OfTheGraphMeetTheFigures) {
 // No twiddle stands between coprime factors.
 TEST(RealCounts, OfPrimeFactorStepsAreThoseOfTheirFactors) {
     const auto products = [](int length) {
-        const Counts counts = count(forwardRealDft(length, Element::Float64));
+        const Counts counts = count(forwardRealDft(length, Element::Float64), baseTarget());
         return counts.multiplications - counts.scalings;
     };
     for (int length = shortestLength; length <= longestLength; ++length) {
@@ -232,14 +232,15 @@ TEST(WalshHadamardCounts, OfTheGraphMeetTheFigures) {
         {Element::Float32, {{2, 2}, {8, 4}, {24, 8}, {16, 4}, {40, 8}, {96, 16}, {224, 32}}},
         {Element::Float64, {{2, 2}, {8, 4}, {12, 4}, {32, 8}, {80, 16}, {192, 32}, {448, 64}}}};
     for (const auto &[element, costs] : orders)
-        for (int order = 1; order <= highestSmallOrder; ++order) {
-            const Counts counts = count(lowered(smallWalshHadamard(order, element, sse3)));
+        for (int order = 1; order <= highestOrderWithoutBuffer; ++order) {
+            const Counts counts =
+                count(lowered(smallWalshHadamard(order, element, baseTarget()), baseTarget()), baseTarget());
             EXPECT_EQ(counts.additions, counts.subtractions) << order;
             EXPECT_EQ(counts.sums(), costs[order - 1].sums) << order;
             EXPECT_EQ(counts.multiplications, costs[order - 1].products) << order;
         }
     const auto blockSums = [](int elements, Element element) {
-        return graphCost(walshHadamardBlock(elements, element, sse3)).sums;
+        return graphCost(walshHadamardBlock(elements, element, baseTarget())).sums;
     };
     EXPECT_EQ(blockSums(32, Element::Float32), 40);
     EXPECT_EQ(blockSums(64, Element::Float32), 96);
@@ -247,7 +248,7 @@ TEST(WalshHadamardCounts, OfTheGraphMeetTheFigures) {
     EXPECT_EQ(blockSums(128, Element::Float64), 448);
     for (const auto &[rows, sums] : {std::pair(8, 24), {16, 64}, {32, 160}})
         for (const bool isLast : {false, true}) {
-            const Cost cost = graphCost(walshHadamardRows(rows, isLast, Element::Float32, sse3));
+            const Cost cost = graphCost(walshHadamardRows(rows, isLast, Element::Float32, baseTarget()));
             EXPECT_EQ(cost.sums, sums);
             EXPECT_EQ(cost.products, isLast ? rows : 0);
         }
@@ -260,15 +261,15 @@ TEST(WalshHadamardCounts, OfTheMachineCodeAreThoseOfTheGraph) {
         for (int order = 1; order <= highestOrder; ++order) {
             const bool isSingle = element == Element::Float32;
             std::vector<Graph> parts;
-            if (order <= highestSmallOrder) {
-                parts.push_back(smallWalshHadamard(order, element, sse3));
+            if (order <= highestOrderWithoutBuffer) {
+                parts.push_back(smallWalshHadamard(order, element, baseTarget()));
             } else {
                 const WhtPasses passes = whtPasses(order, isSingle ? 4 : 8);
-                parts.push_back(walshHadamardBlock(passes.block, element, sse3));
+                parts.push_back(walshHadamardBlock(passes.block, element, baseTarget()));
                 if (passes.chunk != 0)
-                    parts.push_back(walshHadamardRows(passes.chunk / passes.block, false, element, sse3));
-                const int lastRows = (1 << order) / (passes.chunk != 0 ? passes.chunk : passes.block);
-                parts.push_back(walshHadamardRows(lastRows, true, element, sse3));
+                    parts.push_back(
+                        walshHadamardRows(passes.chunk / passes.block, false, element, baseTarget()));
+                parts.push_back(walshHadamardRows(passes.lastRows(order), true, element, baseTarget()));
             }
             Cost expected;
             for (const Graph &part : parts) {

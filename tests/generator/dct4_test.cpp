@@ -2,7 +2,7 @@
 #include "dct4/output_table.h"
 #include "dct4/recipes/kernels.h"
 #include "dft_reference.h"
-#include "graph/count.h"
+#include "lanes/count.h"
 #include "lanes/lower.h"
 
 #include <gtest/gtest.h>
@@ -14,14 +14,14 @@ namespace {
 constexpr double exactness = 1e-30;
 
 std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &source, std::size_t elements) {
-    return evaluate(lowered(graph), Direction::Forward, Precision::Exact, source, 1,
+    return evaluate(lowered(graph, baseTarget()), Direction::Forward, Precision::Exact, source, 1,
                     static_cast<int>(elements));
 }
 
 template <class Check> void forEachElement(Check check) {
     for (const Element element : {Element::Float32, Element::Float64}) {
         SCOPED_TRACE(element == Element::Float32 ? "Float32" : "Float64");
-        check(element, sse3.vector(element).lanes);
+        check(element, baseTarget().vector(element).lanes);
     }
 }
 
@@ -40,7 +40,7 @@ TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
                             (entry % 2 == 0 ? cosine(angle) : sine(angle)) * w[i * lanes + place];
                     }
                 }
-            const auto result = run(inputStage(n, element, sse3), w, w.size());
+            const auto result = run(inputStage(n, element, baseTarget()), w, w.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << n;
         }
     });
@@ -83,7 +83,7 @@ TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
                         expected[(2 * l + 1) * lanes + lane] += sign * (d * re + c * im);
                     }
                 }
-            const auto result = run(combiningStage(radix, element, sse3), source, parts.size());
+            const auto result = run(combiningStage(radix, element, baseTarget()), source, parts.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -116,7 +116,7 @@ TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
                         expected[l * lanes + s] += realPart(l);
                         expected[(radix + l) * lanes + lanes - 1 - s] += realPart(-l - 1);
                     }
-            const auto result = run(outputStage(radix, element, sse3), source, rows.size());
+            const auto result = run(outputStage(radix, element, baseTarget()), source, rows.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -127,7 +127,7 @@ TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
     forEachElement([](Element element, int lanes) {
         int sums = 0, products = 0;
         const auto add = [&](const Graph &graph) {
-            const Counts counts = count(lowered(graph));
+            const Counts counts = count(lowered(graph, baseTarget()), baseTarget());
             sums += counts.sums();
             products += counts.multiplications;
         };
@@ -140,13 +140,13 @@ TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
             add(directDct4(length, element));
         expectAtMost(350, 244, "direct");
         for (int n = 2; n <= 64; n *= 2)
-            add(inputStage(n, element, sse3));
+            add(inputStage(n, element, baseTarget()));
         expectAtMost(731, 366, "input");
         for (int radix = 2; radix <= 32; radix *= 2)
-            add(combiningStage(radix, element, sse3));
+            add(combiningStage(radix, element, baseTarget()));
         expectAtMost(710, 368, "combining");
         for (int radix = lanes; radix <= 32; radix *= 2)
-            add(outputStage(radix, element, sse3));
+            add(outputStage(radix, element, baseTarget()));
         expectAtMost(868, 642, "output");
     });
 }

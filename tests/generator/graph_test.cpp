@@ -1,5 +1,5 @@
-#include "graph/count.h"
 #include "graph/evaluate.h"
+#include "lanes/count.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ TEST(Graph, CountsOnlyWhatIsStored) {
     const NodeId a = graph.load(floats, {0, 1, 6, 7}), b = graph.load(floats, {4, 5, 6, 7});
     graph.mul(a, b); // dead
     graph.store(graph.sub(graph.add(a, b), b), {0, 1, 2, 3});
-    const Counts counts = count(graph);
+    const Counts counts = count(graph, baseTarget());
     EXPECT_EQ(counts.additions, 1);
     EXPECT_EQ(counts.subtractions, 1);
     EXPECT_EQ(counts.multiplications, 0);

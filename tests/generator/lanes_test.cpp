@@ -1,7 +1,7 @@
-#include "graph/count.h"
 #include "graph/evaluate.h"
+#include "lanes/count.h"
 #include "lanes/lower.h"
-#include "lanes/shuffle.h"
+#include "target/sse3_shuffle.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ std::vector<NodeId> loadRows(Graph &graph, int rows) {
 }
 
 void expectLowered(const Graph &graph) {
-    const Graph machine = lowered(graph);
+    const Graph machine = lowered(graph, baseTarget());
     for (const NodeId id : liveNodes(machine)) {
         if (machine[id].op == Op::Gather) {
             EXPECT_TRUE(singleShuffle(machine[id]));
@@ -44,7 +44,7 @@ TEST(Lowering, BringsAnyLanesTogether) {
         graph.store(graph.gather(rows, {code % 16, code / 16 % 16, code / 256 % 16, code / 4096}),
                     {0, 1, 2, 3});
         expectLowered(graph);
-        EXPECT_LE(count(lowered(graph)).shuffles, 3) << code;
+        EXPECT_LE(count(lowered(graph, baseTarget()), baseTarget()).shuffles, 3) << code;
     }
 }
 
@@ -55,7 +55,7 @@ TEST(Lowering, TransposesFourRowsInEightShuffles) {
         graph.store(graph.gather(rows, {column, 4 + column, 8 + column, 12 + column}),
                     {4 * column, 4 * column + 1, 4 * column + 2, 4 * column + 3});
     expectLowered(graph);
-    EXPECT_EQ(count(lowered(graph)).shuffles, 8);
+    EXPECT_EQ(count(lowered(graph, baseTarget()), baseTarget()).shuffles, 8);
 }
 
 // Real parts of complex numbers anywhere in the source: neighbours come by one move, others by halves.
@@ -72,7 +72,7 @@ TEST(Lowering, LoadsPartsOfComplexNumbers) {
                 offsets[lane] = idle;
         graph.store(graph.load(floats, picks[i]), offsets);
         expectLowered(graph);
-        EXPECT_EQ(count(lowered(graph)).loads, loads[i]) << i;
+        EXPECT_EQ(count(lowered(graph, baseTarget()), baseTarget()).loads, loads[i]) << i;
     }
 }
 

@@ -1,17 +1,20 @@
 #include "wht/recipes/kernels.h"
 
 #include "algebra/vectors.h"
-#include "emit/kernel_file.h"
+#include "wht/buffer_size.h"
 #include "wht/recipes/stages.h"
+
+#include <set>
 
 namespace zrfgen::gen {
 
 namespace {
 
-// What does not fill a square of vectors, or is too short to gain by it, is done one element at a time.
-Type smallOrderType(int order, Element element, const Target &target) {
+// Stages inside of vectors need a square of them. What does not fill one, or is too short to gain by it, is
+// done one element at a time.
+Type typeFor(int elements, Element element, const Target &target) {
     const Type vector = target.vector(element);
-    return order <= 2 || 1 << order < vector.lanes * vector.lanes ? Type{element, 1} : vector;
+    return elements <= 4 || elements < vector.lanes * vector.lanes ? Type{element, 1} : vector;
 }
 
 // Vectors of consecutive elements on the way in and out.
@@ -29,114 +32,111 @@ template <class Stages> Graph vectorGraph(int vectors, Type type, bool isScaled,
 } // namespace
 
 Graph smallWalshHadamard(int order, Element element, const Target &target) {
-    const Type type = smallOrderType(order, element, target);
+    const Type type = typeFor(1 << order, element, target);
     return vectorGraph((1 << order) / type.lanes, type, true, walshHadamardStages);
 }
 
 Graph walshHadamardBlock(int elements, Element element, const Target &target) {
-    const Type type = target.vector(element);
+    const Type type = typeFor(elements, element, target);
     return vectorGraph(elements / type.lanes, type, false, walshHadamardStages);
 }
 
 Graph walshHadamardRows(int rows, bool isLast, Element element, const Target &target) {
-    return vectorGraph(rows, target.vector(element), isLast, rowStages);
+    return vectorGraph(rows, target.vector(element), isLast, stagesBetweenVectors);
 }
 
 namespace {
 
-KernelDefinition smallOrder(int order, Element element) {
+KernelDefinition smallOrder(int order, Element element, const Target &target) {
     const std::string n = std::to_string(order), real = "Float" + bits(element);
-    const std::string name = "zrfgWHT_" + n + "_" + bits(element) + "f", type = "Wht" + n + real;
+    const std::string name = "zrfgWHT_" + n + "_" + bits(element) + "f";
     return {
         .exports = {name},
         .file = "wht_" + n + "_" + bits(element) + "f.cpp",
         .decomposition = "2^" + n,
         .elements = 1 << order,
-        .build = [=](const Target &target) { return smallWalshHadamard(order, element, target); },
-        .wrap =
-            [=](const Graph &graph, const std::string &body) {
-                return text({.head = "wht/factors.h",
-                             .type = type,
-                             .length = 1 << order,
-                             .element = element,
-                             .arrayElement = real,
-                             .factorsFrom = "WhtFactors<" + real + ", " + n + ">",
-                             .moreParameters = ", std::uint8_t *",
-                             .members = std::string("    static constexpr bool hasTwoPaths = ") +
-                                        (hasAlignedMoves(graph) ? "true" : "false") + ";\n",
-                             .transformParameters = "Direction, Access access",
-                             .exports = {{name, "runVectorKernel<" + type + ", Direction::Both>"}}},
-                            body);
-            },
+        .build = [=, &target] { return smallWalshHadamard(order, element, target); },
+        .text = {.header = "wht/factors.h",
+                 .type = "Wht" + n + real,
+                 .isSpecialisation = false,
+                 .base = "WhtFactors<" + real + ", " + n + ">",
+                 .element = element,
+                 .tellsItsPaths = true,
+                 .function = "transform",
+                 .templateParameters = {{"KernelDirection", ""}, {"Access", "access"}},
+                 .parameters = transformParameters(element),
+                 .arrayElement = real,
+                 .moreParameters = {{"std::uint8_t *", ""}},
+                 .exports = {{name, "runVectorKernel", {"KernelDirection::Both"}}}},
     };
 }
 
-// A pass body: a specialisation of a template of the loop nests. Its moves on `array` may be unaligned, on
-// the other one they never are.
-KernelDefinition passBody(const std::string &name, const std::string &specialisation,
-                          const std::string &templateParameters, int elements, Element element,
-                          std::function<Graph(const Target &)> build) {
-    const std::string real = "Float" + bits(element);
+// A pass body: a specialisation of a template of the loop nests. Its moves on one array may be unaligned, on
+// the other one, the buffer, they never are.
+KernelDefinition passBody(const std::string &type, const std::string &arguments,
+                          std::vector<Parameter> templateParameters, int elements, Element element) {
     return {
         .exports = {},
-        .file = "wht_" + name + "_" + bits(element) + "f.inc",
-        .decomposition = name,
+        .file = "wht_passes.inc",
+        .decomposition = type + " " + arguments,
         .elements = elements,
-        .build = build,
-        .wrap =
-            [=](const Graph &, const std::string &body) {
-                return "template <> struct " + specialisation + " {\n    template <" + templateParameters +
-                       ">\n    [[gnu::always_inline]] static void run(const unsigned char *src, unsigned "
-                       "char "
-                       "*dst, [[maybe_unused]] const " +
-                       real + " *factor) {\n" + body + "    }\n};\n";
-            },
-        .arrays = {{{}, "access"}, {{}, "Access::Aligned"}},
+        .build = {},
+        .text = {.header = "wht/passes.h",
+                 .type = type + "<Float" + bits(element) + ", " + arguments + ">",
+                 .isSpecialisation = true,
+                 .element = element,
+                 .function = "run",
+                 .templateParameters = templateParameters,
+                 .parameters = transformParameters(element)},
     };
 }
 
-KernelDefinition block(int elements, Element element) {
-    const std::string n = std::to_string(elements);
-    return passBody("block_" + n, "Block<Float" + bits(element) + ", " + n + ">", "Access access", elements,
-                    element,
-                    [=](const Target &target) { return walshHadamardBlock(elements, element, target); });
+KernelDefinition blockStages(int elements, Element element, const Target &target) {
+    KernelDefinition kernel =
+        passBody("BlockStages", std::to_string(elements), {{"Access", "access"}}, elements, element);
+    kernel.build = [=, &target] { return walshHadamardBlock(elements, element, target); };
+    kernel.arrays.destination.access = "Access::Aligned";
+    return kernel;
 }
 
-KernelDefinition rowsOf(int rows, bool isLast, Element element, int lanes) {
-    const std::string n = std::to_string(rows);
-    KernelDefinition definition =
-        passBody("rows_" + n + (isLast ? "_last" : ""),
-                 "Rows<Float" + bits(element) + ", " + n + ", " + (isLast ? "true" : "false") + ">",
-                 "int stride, Access access", rows * lanes, element,
-                 [=](const Target &target) { return walshHadamardRows(rows, isLast, element, target); });
-    std::swap(definition.arrays.source, definition.arrays.destination);
+KernelDefinition rowStages(int rows, bool isLast, Element element, const Target &target) {
+    const int lanes = target.vector(element).lanes;
+    KernelDefinition kernel = passBody("RowStages", std::to_string(rows) + (isLast ? ", true" : ", false"),
+                                       {{"int", "stride"}, {"Access", "access"}}, rows * lanes, element);
+    kernel.build = [=, &target] { return walshHadamardRows(rows, isLast, element, target); };
     const auto rowOf = [=](const std::string &array) {
         return [=](int first) {
             return array + " + " + std::to_string(bytes(element)) + " * " + std::to_string(first / lanes) +
                    " * stride";
         };
     };
-    definition.arrays.source.address = rowOf("src");
-    definition.arrays.destination.address = rowOf("dst");
-    return definition;
+    kernel.arrays = {{rowOf("src"), "Access::Aligned"}, {rowOf("dst")}};
+    return kernel;
 }
 
 } // namespace
 
-Family walshHadamardFamily() {
-    Family family;
+Kernels walshHadamardKernels(const Target &target) {
+    Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
-        const bool isSingle = element == Element::Float32;
-        for (int order = 1; order <= highestSmallOrder; ++order)
-            family.push_back(smallOrder(order, element));
-        for (const int elements : isSingle ? std::vector{32, 64} : std::vector{32, 128})
-            family.push_back(block(elements, element));
-        const int lanes = sse3.vector(element).lanes;
-        family.push_back(rowsOf(8, false, element, lanes));
-        for (const int rows : isSingle ? std::vector{8, 16, 32} : std::vector{8, 16})
-            family.push_back(rowsOf(rows, true, element, lanes));
+        for (int order = 1; order <= highestOrderWithoutBuffer; ++order)
+            kernels.push_back(smallOrder(order, element, target));
+        // The bodies of which the passes of all orders are made.
+        std::set<int> blocks;
+        std::set<std::pair<int, bool>> rows;
+        for (int order = highestOrderWithoutBuffer + 1; order <= highestOrder; ++order) {
+            const WhtPasses passes = whtPasses(order, bytes(element));
+            blocks.insert(passes.block);
+            if (passes.chunk != 0)
+                rows.insert({passes.chunk / passes.block, false});
+            rows.insert({passes.lastRows(order), true});
+        }
+        for (const int elements : blocks)
+            kernels.push_back(blockStages(elements, element, target));
+        for (const auto &[count, isLast] : rows)
+            kernels.push_back(rowStages(count, isLast, element, target));
     }
-    return family;
+    return kernels;
 }
 
 } // namespace zrfgen::gen

@@ -5,8 +5,6 @@
 
 namespace zrfgen::gen {
 
-inline constexpr int highestSmallOrder = 7, highestOrder = 13;
-
 // Orders 1 to 7: 2^order elements, scaled.
 Graph smallWalshHadamard(int order, Element element, const Target &target);
 
@@ -16,6 +14,6 @@ Graph walshHadamardBlock(int elements, Element element, const Target &target);
 // The stages between rows, one vector of each. Element lanes * r of either array stands for row r.
 Graph walshHadamardRows(int rows, bool isLast, Element element, const Target &target);
 
-Family walshHadamardFamily();
+Kernels walshHadamardKernels(const Target &target);
 
 } // namespace zrfgen::gen

@@ -33,10 +33,10 @@ void walshHadamardStages(Graph &graph, std::vector<NodeId> &vectors) {
             stage(graph, vectors, distance);
         transposeGroups(graph, vectors, lanes);
     }
-    rowStages(graph, vectors);
+    stagesBetweenVectors(graph, vectors);
 }
 
-void rowStages(Graph &graph, std::vector<NodeId> &rows) {
+void stagesBetweenVectors(Graph &graph, std::vector<NodeId> &rows) {
     for (std::size_t distance = 1; distance < rows.size(); distance *= 2)
         stage(graph, rows, distance);
 }

@@ -13,6 +13,6 @@ namespace zrfgen::gen {
 void walshHadamardStages(Graph &graph, std::vector<NodeId> &vectors);
 
 // The same over whole rows: each vector is a row's, and no stage works inside of one.
-void rowStages(Graph &graph, std::vector<NodeId> &rows);
+void stagesBetweenVectors(Graph &graph, std::vector<NodeId> &rows);
 
 } // namespace zrfgen::gen

@@ -1,4 +1,4 @@
-#include "lanes/shuffle.h"
+#include "target/sse3_shuffle.h"
 
 namespace zrfgen::gen {
 

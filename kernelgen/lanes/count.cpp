@@ -1,16 +1,8 @@
-#include "graph/count.h"
+#include "lanes/count.h"
 
 #include <cmath>
 
 namespace zrfgen::gen {
-
-int moves(const std::vector<int> &elements) {
-    const int half = static_cast<int>(elements.size()) / 2;
-    if (half == 0)
-        return 1;
-    const bool lower = elements[0] != idle, upper = elements[half] != idle;
-    return lower && upper && elements[half] != elements[0] + half ? 2 : 1;
-}
 
 namespace {
 
@@ -20,14 +12,17 @@ bool isScale(const Graph &graph, NodeId id) {
 
 } // namespace
 
-Counts count(const Graph &graph) {
+Counts count(const Graph &graph, const Target &target) {
+    const auto moves = [&](Type type, const std::vector<int> &elements) {
+        return type.lanes == 1 ? 1 : static_cast<int>(target.instructions().moves(type, elements).size());
+    };
     Counts counts;
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
         const bool isWide = node.type.element == Element::Float64;
         switch (node.op) {
         case Op::Load:
-            counts.loads += moves(node.picks);
+            counts.loads += moves(node.type, node.picks);
             break;
         case Op::Add:
             ++counts.additions;
@@ -59,7 +54,7 @@ Counts count(const Graph &graph) {
         }
     }
     for (const Store &store : graph.stores())
-        counts.stores += moves(store.offsets);
+        counts.stores += moves(graph[store.value].type, store.offsets);
     return counts;
 }
 
@@ -70,10 +65,9 @@ std::set<double> constantCensus(const Graph &graph) {
         if (node.op != Op::Constant)
             continue;
         for (const Quad value : node.values) {
-            const double rounded = node.type.element == Element::Float32 ? static_cast<float>(value)
-                                                                         : static_cast<double>(value);
-            if (rounded != 0 && std::abs(rounded) != 1)
-                census.insert(std::abs(rounded));
+            const double magnitude = std::abs(static_cast<double>(rounded(value, node.type.element)));
+            if (magnitude != 0 && magnitude != 1)
+                census.insert(magnitude);
         }
     }
     return census;

@@ -1,4 +1,4 @@
-// The shuffles that the target does in one instruction.
+// The shuffles of 16-byte vectors that are one instruction.
 #pragma once
 
 #include "graph/graph.h"
@@ -6,6 +6,11 @@
 #include <optional>
 
 namespace zrfgen::gen {
+
+// Two floats lie in the lower half of a vector.
+inline bool isHalf(Type type) {
+    return type.element == Element::Float32 && type.lanes == 2;
+}
 
 struct Shuffle {
     enum class Kind {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graph/graph.h"
+#include "target/target.h"
 
 #include <set>
 
@@ -18,12 +19,9 @@ struct Counts {
 };
 
 // The graph must have been lowered to the target's own shuffles and moves.
-Counts count(const Graph &graph);
+Counts count(const Graph &graph, const Target &target);
 
 // The distinct absolute values among the constants, 0 and 1 left out, as rounded to their element type.
 std::set<double> constantCensus(const Graph &graph);
-
-// How many moves a load or store of these elements takes: one for a run of neighbours, else one per half.
-int moves(const std::vector<int> &elements);
 
 } // namespace zrfgen::gen

@@ -1,35 +1,16 @@
-// How kernels reach the caller's arrays: by bytes, since an array may start at any address.
+// Vectors of 16 bytes, by SSE3.
 #pragma once
 
-#include <zrfgen/transforms.h>
+#include "elements.h"
 
-#include <cstdint>
-#include <cstring>
 #include <pmmintrin.h>
 
 namespace zrfgen {
 
-// Whether arrays lie on 16-byte boundaries. Off them, floats move 16 bytes at a time and doubles 8, or whole
-// vectors of either.
+// Off the boundaries, floats move 16 bytes at a time and doubles 8, or whole vectors of either.
 enum class Access { Aligned, Unaligned, UnalignedWhole };
 
 constexpr int signBit = INT32_MIN;
-
-template <class Element> inline Element loadElement(const unsigned char *source) {
-    Element value;
-    std::memcpy(&value, source, sizeof value);
-    return value;
-}
-
-template <class Element> inline void storeElement(unsigned char *destination, Element value) {
-    std::memcpy(destination, &value, sizeof value);
-}
-
-// Keeps a product by 2 from becoming a sum: sums have fewer places to run in.
-template <class Element> inline Element unknownToCompiler(Element value) {
-    asm("" : "+x"(value));
-    return value;
-}
 
 // The element or pair of elements at `source` in the lower half of the vector, zero in the upper half.
 inline __m128d loadLowerDoubles(const unsigned char *source) {

@@ -1,0 +1,45 @@
+# Runs the generator while the build is configured, since the list of the library's sources is the generator's.
+# Gives the folder `generated`, and from the generator's list there generatedSources, generatedIncludes and
+# targetOptions.
+set(generated ${PROJECT_BINARY_DIR}/generated)
+
+function(run_while_configuring what)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE log ERROR_VARIABLE log RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${what} failed:\n${log}")
+  endif()
+endfunction()
+
+if(ZRFGEN_KERNELGEN)
+  if(NOT EXISTS ${ZRFGEN_KERNELGEN} OR IS_DIRECTORY ${ZRFGEN_KERNELGEN})
+    message(FATAL_ERROR "ZRFGEN_KERNELGEN is '${ZRFGEN_KERNELGEN}', which is no file. Give the path of a kernelgen that "
+      "is built already, or leave it empty to have it built.")
+  endif()
+  set(kernelgen ${ZRFGEN_KERNELGEN})
+  add_executable(kernelgen IMPORTED GLOBAL)
+  set_target_properties(kernelgen PROPERTIES IMPORTED_LOCATION ${kernelgen})
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${kernelgen})
+else()
+  set(generatorBuild ${PROJECT_BINARY_DIR}/generator)
+  set(kernelgen ${PROJECT_BINARY_DIR}/bin/kernelgen)
+  if(NOT EXISTS ${kernelgen})
+    message(NOTICE "Building the kernel generator, which takes half a minute")
+  endif()
+  run_while_configuring("Configuring the kernel generator" ${CMAKE_COMMAND}
+    -S ${PROJECT_SOURCE_DIR}/cmake/generator -B ${generatorBuild} -G ${CMAKE_GENERATOR}
+    -DCMAKE_MAKE_PROGRAM=${CMAKE_MAKE_PROGRAM} -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}
+    -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS} -DCMAKE_BUILD_TYPE=Release
+    -DCMAKE_RUNTIME_OUTPUT_DIRECTORY=${PROJECT_BINARY_DIR}/bin)
+  run_while_configuring("Building the kernel generator" ${CMAKE_COMMAND} --build ${generatorBuild} --parallel)
+  include(${generatorBuild}/targets.cmake)
+  # A change of the generator or of a recipe configures the build again.
+  file(GLOB_RECURSE generatorSources CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/kernelgen/* ${PROJECT_SOURCE_DIR}/catalogue/* ${PROJECT_SOURCE_DIR}/*/recipes/*)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${generatorSources}
+    ${PROJECT_SOURCE_DIR}/wht/buffer_size.h ${PROJECT_SOURCE_DIR}/dct4/output_table.h
+    ${PROJECT_SOURCE_DIR}/frame/exports.cpp ${PROJECT_SOURCE_DIR}/frame/transforms.h
+    ${PROJECT_SOURCE_DIR}/frame/families.inc)
+endif()
+
+run_while_configuring("Generating the kernels" ${kernelgen} emit ${generated})
+include(${generated}/files.cmake)

@@ -1,0 +1,47 @@
+// The text around a body: a type with a static function, what the type has besides, and the exports that run
+// it.
+#pragma once
+
+#include "number/element.h"
+
+#include <string>
+#include <vector>
+
+namespace zrfgen::gen {
+
+struct Parameter {
+    std::string type, name; // without a name, where the text has no use for it
+};
+
+struct KernelText {
+    // A function of the library over `src`, `dst` and `flag`. Returns head<type, arguments...>(src, dst,
+    // flag).
+    struct Export {
+        std::string name;
+        std::string head; // the function template that checks the arguments and runs the kernel
+        std::vector<std::string> arguments;
+    };
+
+    std::string header;         // declares the head, or the template that the type specialises
+    std::string type;           // "Dft15Complex32", or "Block<Float32, 32>"
+    bool isSpecialisation;      // then the file is for the header's own use
+    std::string base = "";      // inherited from
+    int factorsOf = 0;          // the length whose scale factors the type holds, if any
+    Element element;            // of the factors
+    bool tellsItsPaths = false; // the head asks for hasTwoPaths
+    std::string function;       // the static function's name
+    std::vector<Parameter> templateParameters;
+    std::vector<Parameter> parameters;
+    bool isAlwaysInline = true;
+    std::string lastStatement = "";             // behind the body
+    std::string arrayElement = "";              // of the arrays that exports take
+    std::vector<Parameter> moreParameters = {}; // of exports, behind the flag
+    std::vector<Export> exports = {};
+};
+
+// The arrays as bytes and the scale factor.
+std::vector<Parameter> transformParameters(Element element);
+
+std::string text(const KernelText &kernel, const std::string &body, bool hasTwoPaths);
+
+} // namespace zrfgen::gen

@@ -1,0 +1,35 @@
+#include "target/target.h"
+
+#include "target/sse3.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace zrfgen::gen {
+
+const std::vector<Target> &targets() {
+    static const Sse3 sse3;
+    static const std::vector<Target> all = {
+        {"sse3", 16, {16, 8}, {"-msse3"}, "sse3.h", &sse3},
+    };
+    return all;
+}
+
+const Target &targetNamed(std::string_view name) {
+    const auto target = std::ranges::find(targets(), name, &Target::name);
+    if (target != targets().end())
+        return *target;
+    std::string names;
+    for (const Target &other : targets())
+        names += " " + other.name;
+    throw std::invalid_argument("no target '" + std::string(name) + "'; there are:" + names);
+}
+
+const InstructionSet &Target::instructions() const {
+    if (instructionSet == nullptr)
+        throw std::invalid_argument("target " + name + ": no instructions are known for vectors of " +
+                                    std::to_string(vectorBytes) + " bytes");
+    return *instructionSet;
+}
+
+} // namespace zrfgen::gen
