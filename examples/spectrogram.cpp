@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int shortest = 2, longest = 64;
+constexpr int shortest = zrfShortestLength, longest = zrfLongestLength;
 
 struct Arguments {
     std::string input, output;

@@ -6,6 +6,10 @@
 
 namespace zrfgen::gen {
 
+#define ZRF_COUNT_ONE(...) +1
+static_assert(0 ZRF_FOR_EACH_LENGTH(ZRF_COUNT_ONE, ) == zrfLongestLength - zrfShortestLength + 1);
+static_assert(0 ZRF_FOR_EACH_ORDER(ZRF_COUNT_ONE, ) == zrfHighestOrder);
+
 std::vector<std::string> exportNames() {
     std::vector<std::string> names;
 #define ZRF_FIXED_SIZE_NAME(N, family, suffix) names.push_back("zrfg" #family "_" #N "_" #suffix);

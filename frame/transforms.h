@@ -56,6 +56,9 @@ enum {
  * With any flag but zrfScaleNone, used on both ways, a forward and an inverse DFT give the input back. */
 enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone = 8 };
 
+/* The lengths of the DFTs and the Hartley transform, and the orders of the Walsh-Hadamard transform from 1 up. */
+enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
+
 /* Expands entry(N, ...) for every DFT length. */
 #define ZRF_FOR_EACH_LENGTH(entry, ...)                                                                      \
     entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__) entry(5, __VA_ARGS__) entry(           \

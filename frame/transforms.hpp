@@ -137,9 +137,10 @@ template <class Destination, class Source>
 concept WritableOfSameElement =
     Contiguous<Source> && Writable<Destination> && std::same_as<ElementOf<Source>, ElementOf<Destination>>;
 template <std::size_t N>
-concept LengthFrom2To64 = N == dynamic || (N >= 2 && N <= 64);
+concept SupportedLength = N == dynamic || (N >= zrfShortestLength && N <= zrfLongestLength);
 template <std::size_t N>
-concept PowerOfTwoFrom2To8192 = N == dynamic || (N >= 2 && N <= 8192 && std::has_single_bit(N));
+concept SupportedPowerOfTwo =
+    N == dynamic || (N >= 2 && N <= (std::size_t{1} << zrfHighestOrder) && std::has_single_bit(N));
 template <std::size_t length, std::size_t... extents>
 concept ExtentsFit = length == dynamic || ((extents == length || extents == dynamic) && ...);
 
@@ -148,15 +149,15 @@ concept EqualArrays = WritableOfSameElement<Destination, Source> &&
     ExtentsFit<lengthOf<N, Source, Destination>, N, extentOf<Source>, extentOf<Destination>>;
 template <class Destination, class Source, std::size_t N>
 concept ComplexTransform = EqualArrays<Destination, Source, N> && ComplexElement<ElementOf<Source>> &&
-    LengthFrom2To64<lengthOf<N, Source, Destination>>;
+    SupportedLength<lengthOf<N, Source, Destination>>;
 template <class Destination, class Source, std::size_t N>
 concept HartleyTransform = EqualArrays<Destination, Source, N> && FloatOrDouble<ElementOf<Source>> &&
-    LengthFrom2To64<lengthOf<N, Source, Destination>>;
+    SupportedLength<lengthOf<N, Source, Destination>>;
 template <class Destination, class Source, std::size_t N>
 concept WalshHadamardTransform = EqualArrays<Destination, Source, N> && FloatOrDouble<ElementOf<Source>> &&
-    PowerOfTwoFrom2To8192<lengthOf<N, Source, Destination>>;
+    SupportedPowerOfTwo<lengthOf<N, Source, Destination>>;
 template <class Reals, class Spectrum, Layout layout, std::size_t N>
-concept RealsAndSpectrum = FloatOrDouble<ElementOf<Reals>> && LengthFrom2To64<lengthOf<N, Reals>> &&
+concept RealsAndSpectrum = FloatOrDouble<ElementOf<Reals>> && SupportedLength<lengthOf<N, Reals>> &&
     ExtentsFit<lengthOf<N, Reals>, N, extentOf<Reals>> &&
     ExtentsFit<sizeOfSpectrum<layout, lengthOf<N, Reals>>, extentOf<Spectrum>>;
 template <class Spectrum, class Source, Layout layout, std::size_t N>
@@ -172,7 +173,7 @@ Status transform(const Source &source, std::size_t sourceSize, Destination &dest
                  std::size_t destinationSize, std::size_t length, Scale scale) {
     const std::span from(source);
     const std::span to(destination);
-    if (from.size() != sourceSize || to.size() != destinationSize || length > 64)
+    if (from.size() != sourceSize || to.size() != destinationSize || length > zrfLongestLength)
         return zrfStatusSizeError;
     using Element = typename InC<typename decltype(to)::value_type>::Type;
     const auto *const elementsFrom = reinterpret_cast<const Element *>(from.data());

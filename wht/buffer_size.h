@@ -1,11 +1,13 @@
 // What the orders from 8 up need as scratch memory.
 #pragma once
 
+#include <zrfgen/transforms.h>
+
 #include <cstdint>
 
 namespace zrfgen {
 
-inline constexpr int highestOrderWithoutBuffer = 7, highestOrder = 13;
+inline constexpr int highestOrderWithoutBuffer = 7, highestOrder = zrfHighestOrder;
 
 // How an order's stages are spread over passes. A pass works on elements that are near one another in memory.
 struct WhtPasses {

@@ -3,6 +3,8 @@
 
 #include "algebra/decomposition.h"
 
+#include <zrfgen/transforms.h>
+
 namespace zrfgen::gen {
 
 // How a Complex32 kernel holds its values.
@@ -30,7 +32,7 @@ struct LengthRecipe {
           complex64(ofLength(length, complex64, line)) {}
 };
 
-inline constexpr int shortestLength = 2, longestLength = 64;
+inline constexpr int shortestLength = zrfShortestLength, longestLength = zrfLongestLength;
 
 const LengthRecipe &lengthRecipe(int length);
 

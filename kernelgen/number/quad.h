@@ -46,7 +46,9 @@ template <class Sequence> ComplexQuad spectrum(int n, int k, Sequence sequence) 
         sum.re += value.re * root.re - value.im * root.im;
         sum.im += value.re * root.im + value.im * root.re;
     }
-    const auto cleaned = [](Quad x) { return x * x < 1e-60 ? 0 : x; };
+    // Far above the rounding of a quad, 1e-34, and far below any entry that is not 0.
+    constexpr Quad negligible = 1e-30;
+    const auto cleaned = [](Quad x) { return x < negligible && x > -negligible ? 0 : x; };
     return {cleaned(sum.re), cleaned(sum.im)};
 }
 
