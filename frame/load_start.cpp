@@ -8,7 +8,7 @@ std::uint32_t capabilityFlag;
 
 std::int32_t entryRoutine(void *, std::uint32_t reason, void *) {
     if (reason == processAttach) {
-        constexpr std::uint64_t wanted = 0x20 | 0x10;
+        constexpr std::uint64_t wanted = zrfCpuSsse3 | zrfCpuSse41;
         capabilityFlag = (zrfGetEnabledCpuFeatures() & wanted) == wanted;
     }
     return 1;

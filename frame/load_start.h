@@ -5,7 +5,7 @@
 
 namespace zrfgen {
 
-// 1 if the core library enables both capabilities 0x20 and 0x10, else 0. Written once, at process attach.
+// 1 if the core library enables both SSSE3 and SSE4.1, else 0. Written once, at process attach.
 extern std::uint32_t capabilityFlag;
 
 constexpr std::uint32_t processAttach = 1;
