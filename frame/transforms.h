@@ -60,31 +60,26 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
 enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
 
 /* Expands entry(N, ...) for every DFT length. */
-#define ZRF_FOR_EACH_LENGTH(entry, ...)                                                                      \
-    entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__) entry(5, __VA_ARGS__) entry(           \
-        6, __VA_ARGS__) entry(7, __VA_ARGS__) entry(8, __VA_ARGS__) entry(9, __VA_ARGS__)                    \
-        entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) entry(12, __VA_ARGS__) entry(13, __VA_ARGS__) entry(   \
-            14, __VA_ARGS__) entry(15, __VA_ARGS__) entry(16, __VA_ARGS__) entry(17, __VA_ARGS__)            \
-            entry(18, __VA_ARGS__) entry(19, __VA_ARGS__) entry(20, __VA_ARGS__) entry(21, __VA_ARGS__)      \
-                entry(22, __VA_ARGS__) entry(23, __VA_ARGS__) entry(24, __VA_ARGS__) entry(25, __VA_ARGS__)  \
-                    entry(26, __VA_ARGS__) entry(27, __VA_ARGS__) entry(28, __VA_ARGS__)                     \
-                        entry(29, __VA_ARGS__) entry(30, __VA_ARGS__) entry(31, __VA_ARGS__)                 \
-                            entry(32, __VA_ARGS__) entry(33, __VA_ARGS__) entry(34, __VA_ARGS__) entry(      \
-                                35, __VA_ARGS__) entry(36, __VA_ARGS__) entry(37, __VA_ARGS__)               \
-                                entry(38, __VA_ARGS__) entry(39, __VA_ARGS__) entry(40, __VA_ARGS__) entry(  \
-                                    41, __VA_ARGS__) entry(42, __VA_ARGS__) entry(43, __VA_ARGS__)           \
-                                    entry(44, __VA_ARGS__) entry(45, __VA_ARGS__) entry(46, __VA_ARGS__)     \
-                                        entry(47, __VA_ARGS__) entry(48, __VA_ARGS__) entry(49, __VA_ARGS__) \
-                                            entry(50, __VA_ARGS__) entry(51, __VA_ARGS__)                    \
-                                                entry(52, __VA_ARGS__) entry(53, __VA_ARGS__)                \
-                                                    entry(54, __VA_ARGS__) entry(55, __VA_ARGS__)            \
-                                                        entry(56, __VA_ARGS__) entry(57, __VA_ARGS__)        \
-                                                            entry(58, __VA_ARGS__) entry(59, __VA_ARGS__)    \
-                                                                entry(60, __VA_ARGS__)                       \
-                                                                    entry(61, __VA_ARGS__)                   \
-                                                                        entry(62, __VA_ARGS__)               \
-                                                                            entry(63, __VA_ARGS__)           \
-                                                                                entry(64, __VA_ARGS__)
+/* clang-format off */
+#define ZRF_FOR_EACH_LENGTH(entry, ...)                                                         \
+                                                  entry( 2, __VA_ARGS__) entry( 3, __VA_ARGS__) \
+    entry( 4, __VA_ARGS__) entry( 5, __VA_ARGS__) entry( 6, __VA_ARGS__) entry( 7, __VA_ARGS__) \
+    entry( 8, __VA_ARGS__) entry( 9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) \
+    entry(12, __VA_ARGS__) entry(13, __VA_ARGS__) entry(14, __VA_ARGS__) entry(15, __VA_ARGS__) \
+    entry(16, __VA_ARGS__) entry(17, __VA_ARGS__) entry(18, __VA_ARGS__) entry(19, __VA_ARGS__) \
+    entry(20, __VA_ARGS__) entry(21, __VA_ARGS__) entry(22, __VA_ARGS__) entry(23, __VA_ARGS__) \
+    entry(24, __VA_ARGS__) entry(25, __VA_ARGS__) entry(26, __VA_ARGS__) entry(27, __VA_ARGS__) \
+    entry(28, __VA_ARGS__) entry(29, __VA_ARGS__) entry(30, __VA_ARGS__) entry(31, __VA_ARGS__) \
+    entry(32, __VA_ARGS__) entry(33, __VA_ARGS__) entry(34, __VA_ARGS__) entry(35, __VA_ARGS__) \
+    entry(36, __VA_ARGS__) entry(37, __VA_ARGS__) entry(38, __VA_ARGS__) entry(39, __VA_ARGS__) \
+    entry(40, __VA_ARGS__) entry(41, __VA_ARGS__) entry(42, __VA_ARGS__) entry(43, __VA_ARGS__) \
+    entry(44, __VA_ARGS__) entry(45, __VA_ARGS__) entry(46, __VA_ARGS__) entry(47, __VA_ARGS__) \
+    entry(48, __VA_ARGS__) entry(49, __VA_ARGS__) entry(50, __VA_ARGS__) entry(51, __VA_ARGS__) \
+    entry(52, __VA_ARGS__) entry(53, __VA_ARGS__) entry(54, __VA_ARGS__) entry(55, __VA_ARGS__) \
+    entry(56, __VA_ARGS__) entry(57, __VA_ARGS__) entry(58, __VA_ARGS__) entry(59, __VA_ARGS__) \
+    entry(60, __VA_ARGS__) entry(61, __VA_ARGS__) entry(62, __VA_ARGS__) entry(63, __VA_ARGS__) \
+    entry(64, __VA_ARGS__)
+/* clang-format on */
 
 #define ZRF_FIXED_SIZE(N, family, suffix, Element)                                                           \
     Status ZRF_CALL zrfg##family##_##N##_##suffix(const Element *src, Element *dst, int32_t flag);
