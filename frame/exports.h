@@ -6,7 +6,7 @@
 
 namespace zrfgen::gen {
 
-// All names of the library, in export order: by the values of their bytes.
+// The names of all exports in their order: by the values of their bytes.
 std::vector<std::string> exportNames();
 
 } // namespace zrfgen::gen
