@@ -2,76 +2,63 @@
 #pragma once
 
 #include "graph/evaluate.h"
+#include "tests/random.h"
 
-#include <random>
+#include <cmath>
 
 namespace zrfgen::gen {
 
-// Numbers with short mantissas, exact in every element type.
+// Numbers that are exact in every element type.
 inline std::vector<Quad> randomSource(int elements, unsigned seed = 1) {
-    std::mt19937 random(seed);
-    std::vector<Quad> source;
-    for (int i = 0; i < elements; ++i)
-        source.push_back(static_cast<Quad>(static_cast<int>(random() % 2097152) - 1048576) / 1048576);
-    return source;
+    const auto numbers = randomNumbers<float>(elements, seed);
+    return {numbers.begin(), numbers.end()};
+}
+
+// As many sums over the numbers of x, each by its weight(sum, number).
+template <class Weight> std::vector<Quad> weightedSums(const std::vector<Quad> &x, Weight weight) {
+    std::vector<Quad> sums(x.size(), 0);
+    for (std::size_t k = 0; k < x.size(); ++k)
+        for (std::size_t j = 0; j < x.size(); ++j)
+            sums[k] += weight(static_cast<long>(k), static_cast<long>(j)) * x[j];
+    return sums;
 }
 
 // The transform of interleaved complex numbers.
 inline std::vector<Quad> dftReference(const std::vector<Quad> &x, Direction direction) {
-    const int n = static_cast<int>(x.size()) / 2;
-    std::vector<Quad> result(x.size(), 0);
-    for (int k = 0; k < n; ++k)
-        for (int j = 0; j < n; ++j) {
-            const Turn angle(direction == Direction::Forward ? -j * k : j * k, n);
-            const Quad c = cosine(angle), s = sine(angle);
-            result[2 * k] += x[2 * j] * c - x[2 * j + 1] * s;
-            result[2 * k + 1] += x[2 * j] * s + x[2 * j + 1] * c;
-        }
-    return result;
+    return weightedSums(x, [&, n = std::ssize(x) / 2](long k, long j) {
+        const Turn angle(direction == Direction::Forward ? -(k / 2) * (j / 2) : (k / 2) * (j / 2), n);
+        return k % 2 == j % 2 ? cosine(angle) : k % 2 == 1 ? sine(angle) : -sine(angle);
+    });
 }
 
 // Entry i of the spectrum R[0], R[1], I[1], R[2] ... of n real numbers, as the weight of number j in it.
-inline Quad spectrumWeight(int i, int j, int n) {
-    const Turn angle(static_cast<long>((i + 1) / 2) * j, n);
+inline Quad spectrumWeight(long i, long j, long n) {
+    const Turn angle((i + 1) / 2 * j, n);
     return i > 0 && i % 2 == 0 ? -sine(angle) : cosine(angle);
 }
 
 inline std::vector<Quad> realDftReference(const std::vector<Quad> &x) {
-    const int n = static_cast<int>(x.size());
-    std::vector<Quad> result(n, 0);
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            result[i] += spectrumWeight(i, j, n) * x[j];
-    return result;
+    return weightedSums(x, [n = std::ssize(x)](long i, long j) { return spectrumWeight(i, j, n); });
 }
 
 // Entries that stand for their mirror image too count twice.
 inline std::vector<Quad> inverseRealDftReference(const std::vector<Quad> &spectrum) {
-    const int n = static_cast<int>(spectrum.size());
-    std::vector<Quad> result(n, 0);
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j) {
-            const bool isSingle = i == 0 || (n % 2 == 0 && i == n - 1);
-            result[j] += (isSingle ? 1 : 2) * spectrumWeight(i, j, n) * spectrum[i];
-        }
-    return result;
+    return weightedSums(spectrum, [n = std::ssize(spectrum)](long j, long i) {
+        const bool isSingle = i == 0 || (n % 2 == 0 && i == n - 1);
+        return (isSingle ? 1 : 2) * spectrumWeight(i, j, n);
+    });
 }
 
 inline std::vector<Quad> hartleyReference(const std::vector<Quad> &x) {
-    const int n = static_cast<int>(x.size());
-    std::vector<Quad> result(n, 0);
-    for (int k = 0; k < n; ++k)
-        for (int j = 0; j < n; ++j)
-            result[k] += x[j] * (cosine({static_cast<long>(j) * k, n}) + sine({static_cast<long>(j) * k, n}));
-    return result;
+    return weightedSums(x, [n = std::ssize(x)](long k, long j) {
+        return cosine({j * k, n}) + sine({j * k, n});
+    });
 }
 
 inline double largestDifference(const std::vector<Quad> &a, const std::vector<Quad> &b) {
     double largest = 0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        const double difference = static_cast<double>(a[i] > b[i] ? a[i] - b[i] : b[i] - a[i]);
-        largest = std::max(largest, difference);
-    }
+    for (std::size_t i = 0; i < a.size(); ++i)
+        largest = std::max(largest, std::abs(static_cast<double>(a[i] - b[i])));
     return largest;
 }
 

@@ -1,7 +1,9 @@
 // The DFTs and Hartley transforms against their definition, in extended precision.
 #include "definition.h"
+#include "run.h"
 
 #include <cfloat>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -17,18 +19,12 @@ double impulseErrorBound(const Export &transform) {
     return (transform.isSingle ? 3.9e-7 : 1.5e-15) * (transform.family.ends_with("ToR") ? 2 : 1);
 }
 
-// Calls check(transform, matrix), with a row for each number of the result.
 template <class Check> void forEachTransform(Check check) {
     for (const Export &transform : allExports()) {
         if (transform.entry != Entry::FixedSize)
             continue;
         SCOPED_TRACE(transform.name);
-        const int count = transform.numbers(transform.size);
-        std::vector matrix(count, std::vector<long double>(count));
-        for (int k = 0; k < count; ++k)
-            for (int j = 0; j < count; ++j)
-                matrix[k][j] = coefficient(transform, k, j);
-        check(transform, matrix);
+        check(transform, definition<long double>(transform));
     }
 }
 

@@ -1,14 +1,34 @@
-// The shortest complex transforms bit for bit against their arithmetic: each rounding where it belongs, in
-// the order of additions that makes up the result. Forward only: the inverse mirrors the forward transform.
-#include "definition.h"
+// The shortest transforms bit for bit against their arithmetic: each rounding where it belongs, in the order
+// of additions that makes up the result. Of the complex ones, forward only: the inverse mirrors it.
+#include "run.h"
 
+#include <array>
+#include <cmath>
 #include <complex>
-#include <functional>
+#include <number/quad.h>
 #include <span>
 
 namespace {
 
+using zrfgen::gen::cosine, zrfgen::gen::sine;
+
 template <class Real> using List = std::vector<std::complex<Real>>;
+
+// How many of a thousand random inputs give just the oracle's numbers.
+template <class Oracle> int agreements(const Export &transform, int32_t flag, Oracle oracle) {
+    int count = 0;
+    for (unsigned seed = 0; seed < 1000; ++seed) {
+        const Values input = randomValues(transform, seed);
+        count += run(transform, input, flag) == oracle(input);
+    }
+    return count;
+}
+
+// The cosines, without their signs, and sines of the fifths of a turn.
+template <class Wide> std::array<Wide, 4> constantsOf5() {
+    const auto rounded = [](zrfgen::gen::Quad value) { return static_cast<Wide>(value); };
+    return {rounded(cosine({1, 5})), rounded(-cosine({2, 5})), rounded(sine({1, 5})), rounded(sine({2, 5}))};
+}
 
 // A complex product of four real products and two additions.
 template <class Real> std::complex<Real> times(std::complex<Real> a, std::complex<Real> b) {
@@ -21,7 +41,7 @@ template <class Real> std::complex<Real> timesI(std::complex<Real> a) {
 
 // cos + i sin of -k/n of a turn.
 template <class Real> std::complex<Real> twiddle(int k, int n) {
-    return {static_cast<Real>(cosineOfTurn(k, n)), static_cast<Real>(-sineOfTurn(k, n))};
+    return {static_cast<Real>(cosine({k, n})), static_cast<Real>(-sine({k, n}))};
 }
 
 template <class Real> List<Real> dft2(const List<Real> &x) {
@@ -32,8 +52,8 @@ template <class Real> List<Real> dft2(const List<Real> &x) {
 template <class Real, class Wide> List<Real> dft3(const List<Real> &x) {
     using W = std::complex<Wide>;
     const auto a = x[1] + x[2], b = x[1] - x[2];
-    const Wide half = static_cast<Wide>(0.5), sine = static_cast<Wide>(0.8660254037844386);
-    const std::complex<Real> m(W(x[0]) - half * W(a)), rotated(sine * W(b));
+    const Wide half = 0.5, root = static_cast<Wide>(sine({1, 3}));
+    const std::complex<Real> m(W(x[0]) - half * W(a)), rotated(root * W(b));
     return {x[0] + a, m - timesI(rotated), m + timesI(rotated)};
 }
 
@@ -45,8 +65,7 @@ template <class Real> List<Real> dft4(const List<Real> &x) {
 template <class Real, class Wide> List<Real> dft5(const List<Real> &x) {
     using W = std::complex<Wide>;
     const auto a = x[1] + x[4], b = x[2] + x[3], d = x[1] - x[4], e = x[2] - x[3];
-    const auto c1 = static_cast<Wide>(0.30901699437494745), c2 = static_cast<Wide>(0.8090169943749475);
-    const auto s1 = static_cast<Wide>(0.9510565162951535), s2 = static_cast<Wide>(0.5877852522924731);
+    const auto [c1, c2, s1, s2] = constantsOf5<Wide>();
     const std::complex<Real> m1(W(x[0]) + c1 * W(a) - c2 * W(b)), m2(W(x[0]) - c2 * W(a) + c1 * W(b));
     const std::complex<Real> n1(s1 * W(d) + s2 * W(e)), n2(s2 * W(d) - s1 * W(e));
     return {x[0] + a + b, m1 - timesI(n1), m2 - timesI(n2), m2 + timesI(n2), m1 + timesI(n1)};
@@ -92,27 +111,17 @@ List<Float64> dft8InVectors(const List<Float64> &x) {
     return result;
 }
 
-template <class Real> using Oracle = std::function<List<Real>(const List<Real> &)>;
-
-template <class Real> Values outputOf(const Oracle<Real> &oracle, const Values &input) {
-    List<Real> list;
-    for (std::size_t i = 0; i < input.size(); i += 2)
-        list.emplace_back(static_cast<Real>(input[i]), static_cast<Real>(input[i + 1]));
-    Values values;
-    for (const auto &element : oracle(list))
-        values.insert(values.end(), {element.real(), element.imag()});
-    return values;
-}
-
-// How many of a thousand random inputs give just the oracle's numbers.
-template <class Real> int agreements(int length, const Oracle<Real> &oracle) {
+template <class Real> int agreements(int length, List<Real> oracle(const List<Real> &)) {
     const Export &transform = transformOf("DFTFwd_CToC", length, sizeof(Real) == sizeof(Float32));
-    int count = 0;
-    for (unsigned seed = 0; seed < 1000; ++seed) {
-        const Values input = randomValues(transform, seed);
-        count += run(transform, input, zrfScaleNone) == outputOf(oracle, input);
-    }
-    return count;
+    return agreements(transform, zrfScaleNone, [=](const Values &input) {
+        List<Real> list;
+        for (std::size_t i = 0; i < input.size(); i += 2)
+            list.emplace_back(input[i], input[i + 1]);
+        Values values;
+        for (const auto &element : oracle(list))
+            values.insert(values.end(), {element.real(), element.imag()});
+        return values;
+    });
 }
 
 TEST(Arithmetic, Complex32) {
@@ -176,6 +185,65 @@ TEST(Arithmetic, OfTheInverseMirrorsThatOfTheForwardTransform) {
                 EXPECT_EQ(run(inverse, input, zrfScaleBySqrtN), reversed);
             }
         }
+}
+
+template <class Real> Values length2(const std::vector<Real> &x, Real factor) {
+    return {(x[0] + x[1]) * factor, (x[0] - x[1]) * factor};
+}
+
+template <class Real> Values length4(const std::vector<Real> &x, Real factor) {
+    const Real even = x[0] + x[2], odd = x[1] + x[3];
+    return {(even + odd) * factor, (x[0] - x[2]) * factor, (x[3] - x[1]) * factor, (even - odd) * factor};
+}
+
+// The block over the sums and differences of pairs. What comes of products, of type Wide, is scaled before it
+// is rounded to Real.
+template <class Real, class Wide, bool isHartley> Values length5(const std::vector<Real> &x, Real factor) {
+    const Real a1 = x[1] + x[4], a2 = x[2] + x[3], b1 = x[1] - x[4], b2 = x[2] - x[3];
+    const auto [c1, c2, s1, s2] = constantsOf5<Wide>();
+    const Wide u = x[0] + c1 * a1 - c2 * a2, v = x[0] - c2 * a1 + c1 * a2;
+    const Wide t = s1 * b1 + s2 * b2, w = s2 * b1 - s1 * b2;
+    const Real sum = (x[0] + a1 + a2) * factor;
+    const auto scaled = [&](Wide value) { return static_cast<Real>(value * factor); };
+    if (isHartley)
+        return {sum, scaled(u + t), scaled(v + w), scaled(v - w), scaled(u - t)};
+    return {sum, scaled(u), scaled(-t), scaled(v), scaled(-w)};
+}
+
+// Of R[0], R[1], I[1], R[2] and I[2], the last four doubled first.
+Values inverseLength5(const Values &x, Float64 factor) {
+    const Float64 r0 = x[0], a = 2 * x[1], b = 2 * x[3], c = 2 * x[2], d = 2 * x[4];
+    const auto [c1, c2, s1, s2] = constantsOf5<Float64>();
+    const Float64 u = r0 + c1 * a - c2 * b, v = r0 - c2 * a + c1 * b;
+    const Float64 t = s1 * c + s2 * d, w = s2 * c - s1 * d;
+    return {(r0 + a + b) * factor, (u - t) * factor, (v - w) * factor, (v + w) * factor, (u + t) * factor};
+}
+
+template <class Real>
+int agreements(const char *family, int length, Values oracle(const std::vector<Real> &, Real)) {
+    const Real factor = static_cast<Real>(1 / std::sqrt(static_cast<long double>(length)));
+    return agreements(transformOf(family, length, sizeof(Real) == sizeof(Float32)), zrfScaleBySqrtN,
+                      [=](const Values &input) {
+                          return oracle({input.begin(), input.end()}, factor);
+                      });
+}
+
+TEST(RealArithmetic, TwoAndFourOnlyAdd) {
+    for (const char *family : {"DFTFwd_RToPack", "DFTInv_PackToR", "Hartley"}) {
+        EXPECT_EQ(agreements(family, 2, length2<Float32>), 1000) << family;
+        EXPECT_EQ(agreements(family, 2, length2<Float64>), 1000) << family;
+    }
+    EXPECT_EQ(agreements("DFTFwd_RToPack", 4, length4<Float32>), 1000);
+    EXPECT_EQ(agreements("DFTFwd_RToPack", 4, length4<Float64>), 1000);
+}
+
+TEST(RealArithmetic, Five) {
+    EXPECT_EQ(agreements("DFTFwd_RToPack", 5, length5<Float64, Float64, false>), 1000);
+    EXPECT_EQ(agreements("Hartley", 5, length5<Float64, Float64, true>), 1000);
+    EXPECT_EQ(agreements("DFTInv_PackToR", 5, inverseLength5), 1000);
+    // The plain sum stays in Float32. Float32 products would give other numbers.
+    EXPECT_EQ(agreements("DFTFwd_RToPack", 5, length5<Float32, Float64, false>), 1000);
+    EXPECT_LT(agreements("DFTFwd_RToPack", 5, length5<Float32, Float32, false>), 1000);
 }
 
 } // namespace

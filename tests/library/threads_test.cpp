@@ -1,6 +1,7 @@
 // All families from several threads at once: with shared sources and shared plans, as far as these may be
 // shared, each thread gets the bits that one alone gets.
 #include "exports.h"
+#include "random.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -12,18 +13,11 @@ namespace {
 constexpr int mostElements = 8192;
 
 // What every thread reads.
-struct Sources {
-    std::vector<Float32> single;
-    std::vector<Float64> wide;
-    Sources() : single(mostElements), wide(mostElements) {
-        for (int i = 0; i < mostElements; ++i)
-            single[i] = static_cast<Float32>(wide[i] = (i * 7919 % 8191 - 4095) / 4096.0);
-    }
-    const void *of(const Export &entry) const {
-        return entry.isSingle ? static_cast<const void *>(single.data()) : wide.data();
-    }
-};
-const Sources sources;
+const void *sourceOf(const Export &entry) {
+    static const auto single = randomNumbers<Float32>(mostElements);
+    static const auto wide = randomNumbers<Float64>(mostElements);
+    return entry.isSingle ? static_cast<const void *>(single.data()) : wide.data();
+}
 
 struct Job {
     std::string name;
@@ -34,7 +28,7 @@ struct Job {
 
 void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
     const Dct4Functions dct4(transform.isSingle);
-    const void *source = sources.of(transform);
+    const void *source = sourceOf(transform);
     for (int32_t length = 2; length <= mostElements; length *= 2) {
         const auto makePlan = [=] {
             Dct4Plan *plan = nullptr;
@@ -61,7 +55,7 @@ std::vector<Job> allJobs() {
         else if (entry.entry == Entry::FixedSize || entry.entry == Entry::WhtOrder)
             jobs.push_back({std::string(entry.name), entry.dstCount(entry.size) * entry.numberBytes(),
                             [&entry](void *dst) {
-                                return entry.transform(sources.of(entry), dst, 0, zrfScaleBySqrtN, nullptr);
+                                return entry.transform(sourceOf(entry), dst, 0, zrfScaleBySqrtN, nullptr);
                             }});
     return jobs;
 }
