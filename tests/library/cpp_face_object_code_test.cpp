@@ -1,25 +1,19 @@
 // Where the typed C++ face knows the length, the compiler makes of it what it makes of the plain call.
-#include <cstdio>
-#include <cstring>
-#include <gtest/gtest.h>
+#include "command.h"
+
 #include <map>
-#include <string>
 
 namespace {
 
 // The instructions of each function in the object file, with the names that the linker fills in.
 std::map<std::string, std::string> disassembled(const std::string &object) {
     std::map<std::string, std::string> functions;
-    const std::string command = ZRFGEN_OBJDUMP " -dr --no-show-raw-insn '" + object + "'";
-    std::FILE *pipe = popen(command.c_str(), "r");
     std::string *function = nullptr;
-    for (char line[1000]; std::fgets(line, sizeof line, pipe) != nullptr;)
-        if (const char *name = std::strchr(line, '<');
-            name != nullptr && std::strstr(line, ">:\n") != nullptr)
-            function = &functions[std::string(name + 1, std::strcspn(name + 1, ">"))];
+    for (const std::string &line : linesOf(ZRFGEN_OBJDUMP " -dr --no-show-raw-insn '" + object + "'"))
+        if (const auto name = line.find('<') + 1; line.ends_with(">:"))
+            function = &functions[line.substr(name, line.size() - 2 - name)];
         else if (function != nullptr)
-            *function += line;
-    EXPECT_EQ(pclose(pipe), 0) << command;
+            *function += line + "\n";
     return functions;
 }
 

@@ -1,29 +1,10 @@
 // The library as the linker and the loader see it.
+#include "command.h"
 #include "exports.h"
-
-#include <algorithm>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <dlfcn.h>
-#include <gtest/gtest.h>
-#include <memory>
-#include <string>
-
-extern "C" int callFromC(void);
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-Lines linesOf(const std::string &command) {
-    Lines lines;
-    std::FILE *pipe = popen(command.c_str(), "r");
-    for (char line[1000]; std::fgets(line, sizeof line, pipe) != nullptr;)
-        lines.emplace_back(line, std::strcspn(line, "\n"));
-    EXPECT_EQ(pclose(pipe), 0) << command;
-    return lines;
-}
 
 // The dynamic symbols of one kind, without symbol versions, in byte order.
 Lines symbols(const std::string &kind, const std::string &library = ZRFGEN_LIBRARY) {
@@ -35,15 +16,10 @@ Lines symbols(const std::string &kind, const std::string &library = ZRFGEN_LIBRA
     return names;
 }
 
-Lines expectedExports() {
-    Lines names;
-    for (const Export &entry : allExports())
-        names.emplace_back(entry.name);
-    return names;
-}
-
 TEST(Surface, ExportsAllFamiliesAndNothingElse) {
-    const Lines expected = expectedExports();
+    Lines expected;
+    for (const Export &entry : allExports())
+        expected.emplace_back(entry.name);
     ASSERT_EQ(expected.size(), 1193u);
     EXPECT_EQ(expected.front(), "zrfgDCT4Free_32f");
     EXPECT_EQ(expected.back(), "zrfgenGetLibVersion");
@@ -58,52 +34,56 @@ TEST(Surface, NeedsTheCoreLibraryAndSineAndCosineAlone) {
     GTEST_SKIP() << "sanitizers bring imports of their own";
 #endif
     const Lines allowed = {"cos", "sin", "zrfFree", "zrfGetEnabledCpuFeatures", "zrfMalloc"};
-    const Lines needed = symbols("--undefined-only");
-    EXPECT_EQ(needed, allowed);
+    EXPECT_EQ(symbols("--undefined-only"), allowed);
     bool namesCoreLibrary = false;
     for (const std::string &line : linesOf(ZRFGEN_READELF " -dW " ZRFGEN_LIBRARY)) {
-        EXPECT_EQ(line.find("TEXTREL"), std::string::npos) << line;
-        EXPECT_EQ(line.find("libstdc++"), std::string::npos) << line;
-        namesCoreLibrary |=
-            line.find("NEEDED") != std::string::npos && line.find("libzrfcore") != std::string::npos;
+        const auto has = [&](const char *text) { return line.find(text) != std::string::npos; };
+        EXPECT_FALSE(has("TEXTREL") || has("libstdc++")) << line;
+        namesCoreLibrary |= has("NEEDED") && has("libzrfcore");
     }
     EXPECT_TRUE(namesCoreLibrary);
 }
 
 // Stubs of 16 bytes side by side in export order; each jumps through the slot of the same position.
 TEST(Surface, StubsAndSlotsStandInExportOrder) {
-    const Lines names = expectedExports();
-    const std::unique_ptr<void, int (*)(void *)> library(dlopen(ZRFGEN_LIBRARY, RTLD_NOW), dlclose);
-    const auto addressOf = [&](const std::string &name) {
-        return static_cast<const unsigned char *>(dlsym(library.get(), name.c_str()));
-    };
-    const unsigned char *first = addressOf(names[0]);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % 16, 0u);
-    const unsigned char *firstSlot = nullptr;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        SCOPED_TRACE(names[i]);
-        const unsigned char *stub = addressOf(names[i]);
-        ASSERT_EQ(stub, first + 16 * i);
 #ifdef __x86_64__
-        const int jump = 0, base = 6;
-        const unsigned char indirectJump[] = {0xff, 0x25}; // jmp *offset(%rip)
+    const int jump = 0, base = 6;
+    const unsigned char code[] = {0xff, 0x25}; // jmp *offset(%rip)
 #else
-        const int jump = 5, base = 5;
-        EXPECT_EQ(stub[0], 0xe8);                          // call: the program counter, in eax
-        const unsigned char indirectJump[] = {0xff, 0xa0}; // jmp *offset(%eax)
+    const int jump = 5, base = 5;
+    const unsigned char code[] = {0xff,
+                                  0xa0}; // jmp *offset(%eax), behind a call: the program counter, in eax
 #endif
-        ASSERT_EQ(std::memcmp(stub + jump, indirectJump, 2), 0);
+    const unsigned char *stub = nullptr, *slot = nullptr;
+    for (const Export &entry : allExports()) {
+        SCOPED_TRACE(entry.name);
+        const auto *const address = reinterpret_cast<const unsigned char *>(entry.address);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(address) % 16, 0u);
+        ASSERT_TRUE(std::equal(code, code + 2, address + jump) && (jump == 0 || *address == 0xe8));
         int32_t offset;
-        std::memcpy(&offset, stub + jump + 2, sizeof offset);
-        const unsigned char *const slot = stub + base + offset;
-        if (i == 0)
-            firstSlot = slot;
-        EXPECT_EQ(slot, firstSlot + i * sizeof(void *));
+        std::memcpy(&offset, address + jump + 2, sizeof offset);
+        if (stub != nullptr) {
+            ASSERT_EQ(address, stub + 16);
+            ASSERT_EQ(address + base + offset, slot + sizeof(void *));
+        }
+        stub = address;
+        slot = address + base + offset;
     }
 }
 
-TEST(Surface, HeaderServesC) {
-    EXPECT_EQ(callFromC(), 0);
+// As callers in any language read it: by offsets, with pointers of the platform's own width and alignment.
+TEST(Surface, OneVersionRecordIdentifiesTheLibrary) {
+    const LibraryVersion *const record = zrfgenGetLibVersion();
+    EXPECT_EQ(zrfgenGetLibVersion(), record);
+    const int32_t numbers[] = {8, 1, 0, 41664};
+    EXPECT_EQ(std::memcmp(record, numbers, sizeof numbers), 0);
+    const auto *const bytes = reinterpret_cast<const char *>(record);
+    EXPECT_EQ(std::memcmp(bytes + 16, "v8\0\0", 4), 0);
+    const char *texts[3];
+    std::memcpy(texts, bytes + (sizeof(void *) == 4 ? 20 : 24), sizeof texts);
+    EXPECT_STREQ(texts[0], "zrfGEN SSSE3 (v8)");
+    EXPECT_STREQ(texts[1], "8.1.0 (r41664)");
+    EXPECT_STREQ(texts[2], "Jan 15 2014");
 }
 
 } // namespace
