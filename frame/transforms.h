@@ -56,7 +56,8 @@ enum {
  * With any flag but zrfScaleNone, used on both ways, a forward and an inverse DFT give the input back. */
 enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone = 8 };
 
-/* The lengths of the DFTs and the Hartley transform, and the orders of the Walsh-Hadamard transform from 1 up. */
+/* The lengths of the DFTs and the Hartley transform, and the orders of the Walsh-Hadamard transform from 1
+ * up. */
 enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
 
 /* Expands entry(N, ...) for every DFT length. */

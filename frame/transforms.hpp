@@ -139,8 +139,8 @@ concept WritableOfSameElement =
 template <std::size_t N>
 concept SupportedLength = N == dynamic || (N >= zrfShortestLength && N <= zrfLongestLength);
 template <std::size_t N>
-concept SupportedPowerOfTwo =
-    N == dynamic || (N >= 2 && N <= (std::size_t{1} << zrfHighestOrder) && std::has_single_bit(N));
+concept SupportedPowerOfTwo = N == dynamic ||
+                              (N >= 2 && N <= (std::size_t{1} << zrfHighestOrder) && std::has_single_bit(N));
 template <std::size_t length, std::size_t... extents>
 concept ExtentsFit = length == dynamic || ((extents == length || extents == dynamic) && ...);
 

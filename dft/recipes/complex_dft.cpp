@@ -5,6 +5,8 @@
 #include "algebra/split_complex.h"
 #include "dft/recipes/lengths.h"
 
+#include <algorithm>
+
 namespace zrfgen::gen {
 
 namespace {
@@ -14,30 +16,30 @@ template <ComplexModel Model> void build(Model model, const Decomposition &decom
     model.output(transform(model, decomposition, Columns<Model>{x})[0]);
 }
 
-void buildComplex32(Graph &graph, const LengthRecipe &recipe, const Target &target) {
-    const Decomposition &decomposition = recipe.complex32;
+Graph complexDft(Form form, const Decomposition &decomposition, Element element, const Target &target) {
     const bool convolves = decomposition.method == Decomposition::Method::ComplexRader ||
                            decomposition.method == Decomposition::Method::Bluestein;
     const InverseBy inverse = convolves ? InverseBy::Constants : InverseBy::Exchange;
-    const Type vector = target.vector(Element::Float32), scalar{Element::Float32, 1},
-               pair{Element::Float32, 2};
-    switch (recipe.form) {
+    const Type vector = target.vector(element), scalar{element, 1}, pair{element, 2};
+    Graph graph;
+    switch (form) {
     case Form::Scalar:
-        return build(SplitComplex(graph, scalar, Products::Narrow, inverse), decomposition);
+        build(SplitComplex(graph, scalar, Products::Narrow, inverse), decomposition);
+        break;
     case Form::WideScalar:
-        return build(SplitComplex(graph, scalar, Products::Wide, inverse), decomposition);
+        build(SplitComplex(graph, scalar, Products::Wide, inverse), decomposition);
+        break;
     case Form::WidePair:
-        return build(InterleavedComplex(graph, pair, Products::Wide, inverse), decomposition);
+        build(InterleavedComplex(graph, pair, Products::Wide, inverse), decomposition);
+        break;
     case Form::SplitLanes:
-        return build(SplitComplex(graph, vector, Products::Narrow, inverse), decomposition);
+        build(SplitComplex(graph, vector, Products::Narrow, inverse), decomposition);
+        break;
     case Form::PairedLanes:
-        return build(InterleavedComplex(graph, vector, Products::Narrow, inverse), decomposition);
+        build(InterleavedComplex(graph, vector, Products::Narrow, inverse), decomposition);
+        break;
     }
-}
-
-void buildComplex64(Graph &graph, const LengthRecipe &recipe, const Target &target) {
-    build(InterleavedComplex(graph, target.vector(Element::Float64), Products::Narrow, InverseBy::Exchange),
-          recipe.complex64);
+    return graph;
 }
 
 std::string suffix(Element element) {
@@ -69,35 +71,40 @@ KernelText kernelText(int length, Element element) {
     return kernel;
 }
 
+KernelDefinition kernel(int length, Element element, const Target &target) {
+    const LengthRecipe &recipe = lengthRecipe(length);
+    const bool hasForms = element == Element::Float32;
+    return {
+        .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
+        .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
+        .decomposition =
+            hasForms ? name(recipe.form) + (" " + describe(recipe.complex32)) : describe(recipe.complex64),
+        .elements = 2 * length,
+        .build = [=, &target] { return complexDft(length, element, target); },
+        .buildBy =
+            [=, &target](const std::string &words) {
+                const auto blank = hasForms ? words.find(' ') : 0;
+                const Form form = hasForms ? formNamed(words.substr(0, blank)) : Form::PairedLanes;
+                return complexDft(form, parsedDecomposition(words.substr(std::min(blank, words.size()))),
+                                  element, target);
+            },
+        .text = kernelText(length, element),
+    };
+}
+
 } // namespace
 
 Graph complexDft(int length, Element element, const Target &target) {
     const LengthRecipe &recipe = lengthRecipe(length);
-    Graph graph;
-    if (element == Element::Float32)
-        buildComplex32(graph, recipe, target);
-    else
-        buildComplex64(graph, recipe, target);
-    return graph;
+    return element == Element::Float32 ? complexDft(recipe.form, recipe.complex32, element, target)
+                                       : complexDft(Form::PairedLanes, recipe.complex64, element, target);
 }
 
 Kernels complexDftKernels(const Target &target) {
     Kernels kernels;
-    for (int length = shortestLength; length <= longestLength; ++length) {
-        for (const Element element : {Element::Float32, Element::Float64}) {
-            const LengthRecipe &recipe = lengthRecipe(length);
-            kernels.push_back({
-                .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
-                .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
-                .decomposition = element == Element::Float32
-                                     ? name(recipe.form) + (" " + describe(recipe.complex32))
-                                     : describe(recipe.complex64),
-                .elements = 2 * length,
-                .build = [=, &target] { return complexDft(length, element, target); },
-                .text = kernelText(length, element),
-            });
-        }
-    }
+    for (int length = shortestLength; length <= longestLength; ++length)
+        for (const Element element : {Element::Float32, Element::Float64})
+            kernels.push_back(kernel(length, element, target));
     return kernels;
 }
 

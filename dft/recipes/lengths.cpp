@@ -2,13 +2,17 @@
 
 #include "dft/recipes/primes.h"
 
+#include <algorithm>
 #include <iterator>
+#include <stdexcept>
 
 namespace zrfgen::gen {
 
 namespace {
 
 using enum Form;
+
+const char *const formNames[] = {"Scalar", "WideScalar", "WidePair", "SplitLanes", "PairedLanes"};
 
 // clang-format off
 const LengthRecipe *table() {
@@ -89,19 +93,14 @@ const LengthRecipe *table() {
 } // namespace
 
 const char *name(Form form) {
-    switch (form) {
-    case Scalar:
-        return "Scalar";
-    case WideScalar:
-        return "WideScalar";
-    case WidePair:
-        return "WidePair";
-    case SplitLanes:
-        return "SplitLanes";
-    case PairedLanes:
-        return "PairedLanes";
-    }
-    return "";
+    return formNames[static_cast<int>(form)];
+}
+
+Form formNamed(const std::string &text) {
+    const auto place = std::ranges::find(formNames, text);
+    if (place == std::end(formNames))
+        throw std::invalid_argument("'" + text + "' is no form of a Complex32 kernel, as SplitLanes is one");
+    return static_cast<Form>(place - std::begin(formNames));
 }
 
 const LengthRecipe &lengthRecipe(int length) {

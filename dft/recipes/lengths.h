@@ -17,8 +17,9 @@ enum class Form {
                  // writing
 };
 
-// "SplitLanes"
+// "SplitLanes", and the form of that name. Throws std::invalid_argument if there is none.
 const char *name(Form form);
+Form formNamed(const std::string &text);
 
 struct LengthRecipe {
     int length;

@@ -29,7 +29,8 @@ public:
     }
 
     std::vector<bool> run() {
-        // The longest search in the library takes 209 steps for each node; the bound ends one that is in vain.
+        // The longest search in the library takes 209 steps for each node; the bound ends one that is in
+        // vain.
         const std::size_t mostSteps = 1000 * nodes.size();
         for (std::size_t step = 0; step < mostSteps && !violated.empty(); ++step)
             mend(violated[random() % violated.size()]);

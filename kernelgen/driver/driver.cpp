@@ -17,11 +17,16 @@ namespace zrfgen::gen {
 
 namespace {
 
-const char usage[] = "usage: kernelgen [--target NAME] COMMAND\n"
-                     "       emit DIRECTORY           write the library's generated files\n"
-                     "       explain EXPORT           print a kernel's card\n"
-                     "       dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
-                     "       exports                  list the exports\n";
+const char usage[] =
+    "usage: kernelgen [--target NAME] COMMAND\n"
+    "       emit DIRECTORY           write the library's generated files\n"
+    "       explain EXPORT           print a kernel's card\n"
+    "       dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
+    "       exports                  list the exports\n"
+    "       try EXPORT RECIPE DIRECTORY\n"
+    "                                print the cards of a kernel and of the same by another recipe, in the "
+    "words\n"
+    "                                of a card, and write both as settled.cpp and tried.cpp\n";
 
 // What is wrong with the command line, in one line.
 struct CommandError : std::runtime_error {
@@ -47,6 +52,8 @@ public:
             dump(arguments[1], arguments[2]);
         else if (command == "exports" && arguments.size() == 1)
             list();
+        else if (command == "try" && arguments.size() == 4)
+            tryRecipe(arguments[1], arguments[2], arguments[3]);
         else
             throw CommandError(usage);
     }
@@ -85,6 +92,39 @@ private:
             std::cout << source(kernel(name), target);
         else
             throw CommandError("no layer '" + layer + "'; there are algebra, graph, schedule and text\n");
+    }
+
+    void tryRecipe(const std::string &name, const std::string &recipe, const std::string &directory) const {
+        KernelDefinition settled = kernel(name);
+        if (!settled.buildBy)
+            throw CommandError(name + " has no recipe in words\n");
+        KernelDefinition tried = settled;
+        tried.decomposition = recipe;
+        tried.build = [&] { return settled.buildBy(recipe); };
+        if (elementsStored(tried.build()) != settled.elements)
+            throw CommandError(recipe + " has another length\n");
+        std::filesystem::create_directories(directory);
+        for (auto [definition, role] : {std::pair{&settled, "settled"}, {&tried, "tried"}}) {
+            const auto exported = std::ranges::find(definition->exports, name) - definition->exports.begin();
+            definition->text.exports = {definition->text.exports[exported]};
+            definition->text.exports[0].name = role;
+            const CompiledKernel compiled = compile(*definition, target);
+            std::cout << role << "\n" << card(*definition, compiled, target) << "\n";
+            write(directory, role + std::string(".cpp"), compiled.text);
+        }
+        const std::string real = "Float" + bits(settled.text.element);
+        write(directory, "kernels.h",
+              "#include <zrfgen/transforms.h>\n\nusing Real = " + real +
+                  ";\ninline constexpr int elements = " + std::to_string(settled.elements) + ";\n");
+    }
+
+    // How many elements of the destination a kernel writes.
+    static int elementsStored(const Graph &graph) {
+        int count = 0;
+        for (const Store &store : graph.stores())
+            count += static_cast<int>(
+                std::ranges::count_if(store.offsets, [](int place) { return place != idle; }));
+        return count;
     }
 
     void emit(const std::string &directory) const {

@@ -19,6 +19,8 @@ struct KernelDefinition {
     std::string decomposition;
     int elements; // real elements of the source, and as many of the destination
     std::function<Graph()> build;
+    // The same transform by other words of a recipe, where recipes have words.
+    std::function<Graph(const std::string &)> buildBy = {};
     KernelText text;
     ArrayTexts arrays = {};
 };

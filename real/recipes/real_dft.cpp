@@ -21,21 +21,23 @@ LinearMap::Ref multiplied(LinearMap &map, const LinearMap::Output &output, Quad 
     return map.weightedSum({{factor * output.factor, output.ref}});
 }
 
-LinearMap forwardMap(int length) {
-    return realTransform(realLengthRecipe(length).forward, AtOnce);
+LinearMap forwardMap(const Decomposition &decomposition) {
+    return realTransform(decomposition, AtOnce);
 }
 
 // The transpose of the forward sums, with the doubling of the interior entries ahead.
-LinearMap inverseMap(int length) {
-    LinearMap map = realTransform(realLengthRecipe(length).inverse, Carried);
+LinearMap inverseMap(const Decomposition &decomposition) {
+    const int length = decomposition.length;
+    LinearMap map = realTransform(decomposition, Carried);
     for (int i = 0; i < length; ++i)
         map.outputs[i] = {multiplied(map, map.outputs[i], isInterior(i, length) ? 2 : 1)};
     return map.transposed();
 }
 
 // H[k] = R[k] - I[k] and H[n-k] = R[k] + I[k].
-LinearMap hartleyMap(int length) {
-    LinearMap map = realTransform(realLengthRecipe(length).hartley, Carried);
+LinearMap hartleyMap(const Decomposition &decomposition) {
+    const int length = decomposition.length;
+    LinearMap map = realTransform(decomposition, Carried);
     const std::vector<LinearMap::Output> spectrum = map.outputs;
     for (int k = 1; k <= length / 2; ++k) {
         const LinearMap::Output &re = spectrum[2 * k - 1];
@@ -50,7 +52,8 @@ LinearMap hartleyMap(int length) {
     return map;
 }
 
-Graph scalarKernel(LinearMap map, int length, Element element) {
+Graph scalarKernel(LinearMap map, Element element) {
+    const int length = static_cast<int>(map.outputs.size());
     for (LinearMap::Output &output : map.outputs)
         output = {multiplied(map, output, 1)};
     map = map.withSignsInDifferences();
@@ -97,6 +100,11 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
         .decomposition = describe(decomposition) + (isForward ? "" : ", transposed: the last stage first"),
         .elements = length,
         .build = [=] { return (isForward ? forwardRealDft : inverseRealDft)(length, element); },
+        .buildBy =
+            [=](const std::string &words) {
+                return scalarKernel((isForward ? forwardMap : inverseMap)(parsedDecomposition(words)),
+                                    element);
+            },
         .text = kernelText("Real" + direction, length, element),
     };
     for (const std::string layout : {"CCS", "Pack", "Perm"}) {
@@ -124,6 +132,10 @@ KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, E
         .decomposition = describe(decomposition),
         .elements = length,
         .build = [=] { return hartley(length, element); },
+        .buildBy =
+            [=](const std::string &words) {
+                return scalarKernel(hartleyMap(parsedDecomposition(words)), element);
+            },
         .text = kernelText("Hartley", length, element),
     };
     kernel.text.exports = {{name, "runRealKernel", {"KernelDirection::Both"}}};
@@ -133,15 +145,15 @@ KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, E
 } // namespace
 
 Graph forwardRealDft(int length, Element element) {
-    return scalarKernel(forwardMap(length), length, element);
+    return scalarKernel(forwardMap(realLengthRecipe(length).forward), element);
 }
 
 Graph inverseRealDft(int length, Element element) {
-    return scalarKernel(inverseMap(length), length, element);
+    return scalarKernel(inverseMap(realLengthRecipe(length).inverse), element);
 }
 
 Graph hartley(int length, Element element) {
-    return scalarKernel(hartleyMap(length), length, element);
+    return scalarKernel(hartleyMap(realLengthRecipe(length).hartley), element);
 }
 
 Kernels realDftKernels(const Target &) {
