@@ -36,7 +36,7 @@ else()
   file(GLOB_RECURSE generatorSources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/kernelgen/* ${PROJECT_SOURCE_DIR}/catalogue/* ${PROJECT_SOURCE_DIR}/*/recipes/*)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${generatorSources}
-    ${PROJECT_SOURCE_DIR}/wht/buffer_size.h ${PROJECT_SOURCE_DIR}/dct4/output_table.h
+    ${PROJECT_SOURCE_DIR}/wht/buffer_size.h ${PROJECT_SOURCE_DIR}/dct4/split.h ${PROJECT_SOURCE_DIR}/dct4/tables.h
     ${PROJECT_SOURCE_DIR}/frame/exports.cpp ${PROJECT_SOURCE_DIR}/frame/transforms.h
     ${PROJECT_SOURCE_DIR}/frame/families.inc)
 endif()

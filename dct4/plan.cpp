@@ -1,17 +1,12 @@
 #include "plan.h"
 
-#include "size.h"
+#include "split.h"
 #include "twiddles.h"
 
-#include <bit>
 #include <new>
 
 namespace zrfgen {
 namespace {
-
-std::int32_t binaryLogarithm(std::int32_t radix) {
-    return std::countr_zero(static_cast<std::uint32_t>(radix));
-}
 
 template <class Element> class PlanBuilder {
 public:
@@ -23,13 +18,12 @@ public:
         root->inputStages = listCreate(arena);
         root->ownedNodes = listCreate(arena);
         root->length = length;
-        root->kind = rootKind(length);
+        root->kind = kindOf(length, directLengths);
         if (root->kind == twoStageKind) {
-            root->radix = radix = radixOf(length);
-            halfLength = length / (2 * radix);
-            inputLength = length / radix;
-            addOutputStage(root);
-            addInputStage(root);
+            const Split split = *splitOf(length);
+            root->radix = split.radix;
+            addOutputStage(root, split);
+            addInputStage(root, split);
             root->work = takeWork();
         }
         return root;
@@ -48,36 +42,30 @@ private:
 
     void *takeWork() { return arenaTake(arena, length * static_cast<std::int32_t>(sizeof(Element))); }
 
-    static std::int32_t radixOf(std::int32_t transformLength) {
-        std::int32_t chosen = 0;
-        choosePlanRadix(&chosen, transformLength / 2);
-        return chosen;
-    }
-
     template <class Record> static void append(ListCell *list, Record *record) {
         listAppend(list, &record->header);
     }
 
-    void addOutputStage(Dct4Plan *root) {
+    void addOutputStage(Dct4Plan *root, const Split &split) {
         OutputStageNode *stage = take<OutputStageNode>();
         TwiddleSource *source = take<TwiddleSource>();
-        source->rowPitch = 2 * radix;
+        source->rowPitch = 2 * split.radix;
         source->denominator = 8 * length;
-        source->rows = halfLength;
-        source->radix = radix;
-        source->rowPitch2 = 2 * radix;
+        source->rows = split.halfLength;
+        source->radix = split.radix;
+        source->rowPitch2 = 2 * split.radix;
         append(root->ownedNodes, source);
 
         stage->children = listCreate(arena);
         stage->stages = listCreate(arena);
         stage->ready = 1;
-        stage->radix = radix;
+        stage->radix = split.radix;
         stage->length = length;
-        stage->pitch = 2 * radix;
-        stage->halfLength = halfLength;
+        stage->pitch = 2 * split.radix;
+        stage->halfLength = split.halfLength;
         stage->length2 = length;
         stage->mirror = 2 * length - 1;
-        stage->inputLength = inputLength;
+        stage->inputLength = split.partLength;
         stage->source = source;
         append(root->ownedNodes, stage);
         append(root->outputStages, stage);
@@ -87,40 +75,40 @@ private:
     void addOutputKernel(OutputStageNode *stage) {
         OutputKernelNode *kernel = take<OutputKernelNode>();
         BlockedTwiddleView *view = take<BlockedTwiddleView>();
-        view->pitch = 2 * radix;
-        view->blocks = halfLength / laneCount<Element>;
+        view->pitch = stage->pitch;
+        view->blocks = stage->halfLength / laneCount<Element>;
         view->source = stage->source;
         append(stage->children, view);
 
         kernel->children = listCreate(arena);
-        kernel->radixKind = binaryLogarithm(radix) + 1;
-        kernel->radix = radix;
+        kernel->radixKind = kindOf(stage->radix, outputRadixes);
+        kernel->radix = stage->radix;
         kernel->length = length;
-        kernel->pitch = 2 * radix;
-        kernel->blockPitch = laneCount<Element> * 2 * radix;
+        kernel->pitch = stage->pitch;
+        kernel->blockPitch = laneCount<Element> * stage->pitch;
         kernel->blocks = view->blocks;
         kernel->length2 = length;
         kernel->mirror = 2 * length - 1;
-        kernel->inputLength = inputLength;
+        kernel->inputLength = stage->inputLength;
         kernel->view = view;
         append(stage->children, kernel);
         append(stage->stages, kernel);
-        kernel->table = arenaTake(arena, outputTableBytes(kernel->blocks, radix));
+        kernel->table = arenaTake(arena, outputTableBytes(kernel->blocks, kernel->radix));
         fillOutputTable<Element>(kernel);
     }
 
-    void addInputStage(Dct4Plan *root) {
+    void addInputStage(Dct4Plan *root, const Split &split) {
         InputStageNode *stage = take<InputStageNode>();
         stage->children = listCreate(arena);
         stage->stages = listCreate(arena);
         stage->ready = 1;
-        stage->inputLength = inputLength;
+        stage->inputLength = split.partLength;
         stage->length = length;
         stage->mirror = 2 * length - 1;
-        stage->pitch = 2 * radix;
-        stage->radix = radix;
+        stage->pitch = 2 * split.radix;
+        stage->radix = split.radix;
         stage->length2 = length;
-        stage->radix2 = radix;
+        stage->radix2 = split.radix;
         append(root->ownedNodes, stage);
         append(root->inputStages, stage);
         addInputKernel(stage);
@@ -130,92 +118,91 @@ private:
         InputKernelNode *kernel = take<InputKernelNode>();
         kernel->children = listCreate(arena);
         kernel->stages = listCreate(arena);
-        kernel->kind = inputKind(inputLength);
-        kernel->inputLength = inputLength;
+        kernel->kind = kindOf(stage->inputLength, inputLengths);
+        kernel->inputLength = stage->inputLength;
         kernel->length = length;
         kernel->mirror = 2 * length - 1;
-        kernel->pitch = 2 * radix;
-        kernel->columnBlocks = radix / laneCount<Element>;
+        kernel->pitch = stage->pitch;
+        kernel->columnBlocks = stage->radix / laneCount<Element>;
         kernel->length2 = length;
-        kernel->radix = radix;
+        kernel->radix = stage->radix;
         append(stage->children, kernel);
         append(stage->stages, kernel);
         if (kernel->kind == splitKind)
-            addSplit(kernel, inputLength, 2 * radix, radix);
+            addLevel(kernel, kernel->inputLength, kernel->pitch, kernel->radix);
     }
 
     // Adds a level to an InputKernelNode or SplitLeafNode.
-    template <class Parent> void addSplit(Parent *parent, std::int32_t transformLength,
+    template <class Parent> void addLevel(Parent *parent, std::int32_t transformLength,
                                           std::int32_t inputStride, std::int32_t outputStride) {
-        RecursiveSplitNode *split = take<RecursiveSplitNode>();
-        split->children = listCreate(arena);
-        split->combine = listCreate(arena);
-        split->leaf = listCreate(arena);
-        split->ready = 1;
-        split->transformLength = transformLength;
-        split->radix = radixOf(transformLength);
-        split->length = length;
-        split->length2 = length;
-        split->inputStride = inputStride;
-        split->length3 = length;
-        split->outputStride = outputStride;
-        append(parent->children, split);
-        append(parent->stages, split);
-        addSplitCombine(split);
-        addSplitLeaf(split);
-        split->work = takeWork();
+        const Split split = *splitOf(transformLength);
+        RecursiveSplitNode *level = take<RecursiveSplitNode>();
+        level->children = listCreate(arena);
+        level->combine = listCreate(arena);
+        level->leaf = listCreate(arena);
+        level->ready = 1;
+        level->transformLength = transformLength;
+        level->radix = split.radix;
+        level->length = length;
+        level->length2 = length;
+        level->inputStride = inputStride;
+        level->length3 = length;
+        level->outputStride = outputStride;
+        append(parent->children, level);
+        append(parent->stages, level);
+        addCombine(level, split);
+        addLeaf(level, split);
+        level->work = takeWork();
     }
 
-    void addSplitCombine(RecursiveSplitNode *split) {
+    void addCombine(RecursiveSplitNode *level, const Split &split) {
         SplitAngleSource *angles = take<SplitAngleSource>();
-        angles->transformLength = split->transformLength;
-        angles->radix = split->radix;
-        append(split->children, angles);
+        angles->transformLength = level->transformLength;
+        angles->radix = split.radix;
+        append(level->children, angles);
 
         SplitCombineNode *combine = take<SplitCombineNode>();
         combine->children = listCreate(arena);
-        combine->radixKind = binaryLogarithm(split->radix);
-        combine->radix = split->radix;
+        combine->radixKind = kindOf(split.radix, combineRadixes);
+        combine->radix = split.radix;
         combine->length = length;
-        combine->outputStride = split->outputStride;
-        combine->blockStride = 2 * split->radix * split->outputStride;
-        combine->halfLength = split->transformLength / (2 * split->radix);
+        combine->outputStride = level->outputStride;
+        combine->blockStride = 2 * split.radix * level->outputStride;
+        combine->halfLength = split.halfLength;
         combine->length2 = length;
-        combine->halfTransform = split->transformLength / 2;
-        combine->lastIndex = split->transformLength - 1;
-        combine->outputStride2 = split->outputStride;
-        combine->leafLength = split->transformLength / split->radix;
+        combine->halfTransform = level->transformLength / 2;
+        combine->lastIndex = level->transformLength - 1;
+        combine->outputStride2 = level->outputStride;
+        combine->leafLength = split.partLength;
         combine->angles = angles;
-        append(split->children, combine);
-        append(split->combine, combine);
-        combine->table = arenaTake(arena, levelTableBytes(combine->halfLength, combine->radix));
+        append(level->children, combine);
+        append(level->combine, combine);
+        combine->table = arenaTake(arena, levelTableBytes(split.halfLength, split.radix));
         fillLevelTable<Element>(combine);
     }
 
-    void addSplitLeaf(RecursiveSplitNode *split) {
+    void addLeaf(RecursiveSplitNode *level, const Split &split) {
         SplitLeafNode *leaf = take<SplitLeafNode>();
         leaf->children = listCreate(arena);
         leaf->stages = listCreate(arena);
-        leaf->leafLength = split->transformLength / split->radix;
-        leaf->kind = inputKind(leaf->leafLength);
+        leaf->leafLength = split.partLength;
+        leaf->kind = kindOf(split.partLength, inputLengths);
         leaf->length = length;
         leaf->length2 = length;
-        leaf->leafInputStride = split->radix * split->inputStride;
-        leaf->inputStride = split->inputStride;
-        leaf->radix = split->radix;
+        leaf->leafInputStride = split.radix * level->inputStride;
+        leaf->inputStride = level->inputStride;
+        leaf->radix = split.radix;
         leaf->length3 = length;
-        leaf->leafOutputStride = split->radix * split->outputStride;
-        leaf->outputStride = split->outputStride;
-        append(split->children, leaf);
-        append(split->leaf, leaf);
+        leaf->leafOutputStride = split.radix * level->outputStride;
+        leaf->outputStride = level->outputStride;
+        append(level->children, leaf);
+        append(level->leaf, leaf);
         if (leaf->kind == splitKind)
-            addSplit(leaf, leaf->leafLength, leaf->leafInputStride, leaf->leafOutputStride);
+            addLevel(leaf, leaf->leafLength, leaf->leafInputStride, leaf->leafOutputStride);
     }
 
     PlanArena *arena;
     std::int32_t length;
-    // Of plans in two stages.
-    std::int32_t radix = 0, halfLength = 0, inputLength = 0;
 };
 
 } // namespace

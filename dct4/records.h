@@ -1,5 +1,6 @@
 // The records of a plan: a small tree in one block, which the builder lays down and the transform reads.
-// Every field is a word of 32 bits, and the size of a record is what the arena charges for it.
+// Every field is a word of 32 bits, and the size of a record is what the arena charges for it. This layout is
+// published, with fields that nothing here reads and some that say the same: all of them are filled.
 //
 // Names: N is the length of the transform, r the root's radix, M = N / (2 r), n = N / r; a level is one
 // recursive split of an input transform, with a radix r2 of its own. laneCount values share a vector.
@@ -10,8 +11,6 @@
 #include <zrfgen/transforms.h>
 
 namespace zrfgen {
-
-template <class Element> constexpr std::int32_t laneCount = 16 / sizeof(Element);
 
 // A record's type stands for its operations: function addresses would not fit a word on every machine.
 enum class RecordType : std::int32_t {

@@ -1,6 +1,6 @@
 #include "release.h"
 
-#include "size.h"
+#include "split.h"
 
 namespace zrfgen {
 namespace {

@@ -1,5 +1,8 @@
 #include "size.h"
 
+#include "records.h"
+#include "split.h"
+
 namespace zrfgen {
 namespace {
 
@@ -18,39 +21,22 @@ bool isNegative(Bytes sum) {
 
 } // namespace
 
-Status choosePlanRadix(std::int32_t *radixOut, std::int32_t value) {
-    std::int32_t radix = value >= 512   ? 32
-                         : value >= 128 ? 16
-                         : value >= 32  ? 8
-                         : value >= 16  ? 4
-                         : value >= 4   ? 2
-                                        : 1;
-    while (value % radix != 0)
-        radix /= 2;
-    if (radix == 1)
-        return zrfStatusSizeError;
-    *radixOut = radix;
-    return zrfStatusOk;
-}
-
 // Some records are counted twice, and some cells stand for values that find room in a list's head.
 template <class Element> std::int32_t planBytes(std::int32_t length) {
     constexpr Bytes start = 2 * planAlign32(1);
     const Bytes rootRecord = charge<Dct4Plan> + cells(3);
-    if (rootKind(length) != twoStageKind)
+    if (kindOf(length, directLengths) != twoStageKind)
         return static_cast<std::int32_t>(rootRecord + start);
 
-    std::int32_t radix;
-    if (choosePlanRadix(&radix, length / 2) != zrfStatusOk)
-        return zrfStatusSizeError;
-    const std::int32_t halfLength = length / (2 * radix), lanes = laneCount<Element>;
-    if (halfLength % lanes != 0 || radix % lanes != 0)
+    const std::optional<Split> root = splitOf(length);
+    constexpr std::int32_t lanes = laneCount<Element>;
+    if (!root || root->halfLength % lanes != 0 || root->radix % lanes != 0)
         return zrfStatusSizeError;
 
     const auto aligned = [](std::int32_t bytes) { return static_cast<Bytes>(planAlign32(bytes)); };
-    const Bytes outputPart = aligned(outputTableBytes(halfLength / lanes, radix)) + charge<OutputKernelNode> +
-                             cells(1) + charge<OutputStageNode> + cells(4) + charge<BlockedTwiddleView> +
-                             cells(1);
+    const Bytes outputPart = aligned(outputTableBytes(root->halfLength / lanes, root->radix)) +
+                             charge<OutputKernelNode> + cells(1) + charge<OutputStageNode> + cells(4) +
+                             charge<BlockedTwiddleView> + cells(1);
     if (isNegative(outputPart)) // else the whole sum of 2^28 or 2^29 would wrap around to a positive one
         return zrfStatusSizeError;
 
@@ -58,15 +44,16 @@ template <class Element> std::int32_t planBytes(std::int32_t length) {
         aligned(static_cast<std::int32_t>(static_cast<Bytes>(length) * static_cast<Bytes>(sizeof(Element))));
     Bytes inputPart = charge<InputStageNode> + cells(4);
     Bytes head = charge<InputKernelNode>;
-    std::int32_t inputLength = length / radix;
-    while (inputKind(inputLength) == splitKind) {
-        if (choosePlanRadix(&radix, inputLength / 2) != zrfStatusOk)
+    std::int32_t inputLength = root->partLength;
+    while (kindOf(inputLength, inputLengths) == splitKind) {
+        const std::optional<Split> level = splitOf(inputLength);
+        if (!level)
             return zrfStatusSizeError;
-        inputPart += aligned(levelTableBytes(inputLength / (2 * radix), radix)) + charge<SplitCombineNode> +
+        inputPart += aligned(levelTableBytes(level->halfLength, level->radix)) + charge<SplitCombineNode> +
                      cells(1) + work + charge<RecursiveSplitNode> + cells(5) + charge<SplitAngleSource> +
                      cells(3) + head + cells(4);
         head = charge<SplitLeafNode>;
-        inputLength /= radix;
+        inputLength = level->partLength;
     }
     inputPart += head + cells(2);
 

@@ -2,7 +2,8 @@
 // into the plan's work table, and an output stage from there to the destination. So source and destination
 // may be the same.
 #include "entry.h"
-#include "size.h"
+#include "records.h"
+#include "split.h"
 #include "stage_kernels.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace zrfgen {
 
 namespace {
 
-constexpr std::ptrdiff_t vectorBytes = 16;
+constexpr std::ptrdiff_t vectorBytes = planVectorBytes;
 
 // Adjacent columns, whole vectors of them, go through a stage side by side: as many as share two lines of the
 // cache, so that lines are not fetched anew for each of their vectors.
@@ -72,8 +73,7 @@ Status runColumns(std::int32_t kind, const ListCell *levels, const Points &point
 template <class Element, int radix> Status runCombine(const SplitCombineNode *combine,
                                                       const unsigned char *src, const Rows &rows,
                                                       std::int32_t vectors) {
-    constexpr int groupBytes = 32, groups = radix <= 8 ? radix - 1 : 3 * (radix / 4),
-                  innerGroups = radix <= 8 ? 0 : radix / 4 - 1;
+    constexpr int groups = levelPasses(radix).firstGroups(), innerGroups = levelPasses(radix).secondGroups();
     const auto *twiddles = static_cast<const unsigned char *>(combine->table.get());
     const unsigned char *innerTwiddles = twiddles + std::ptrdiff_t(groupBytes) * groups * combine->halfLength;
     const std::ptrdiff_t pair = 2 * rows.pitch, step = pair * combine->leafLength;
@@ -142,8 +142,8 @@ Status runOutputKernel(const OutputKernelNode *kernel, const unsigned char *work
     const auto *table = static_cast<const unsigned char *>(kernel->table.get());
     for (std::int32_t block = 0; block < kernel->blocks; ++block)
         Output<Element, radix>::run(work + block * bytes<Element>(kernel->blockPitch),
-                                    table + block * 2 * vectorBytes * radix, dst + block * vectorBytes,
-                                    dst + step - (block + 1) * vectorBytes, step);
+                                    table + block * std::ptrdiff_t(groupBytes) * radix,
+                                    dst + block * vectorBytes, dst + step - (block + 1) * vectorBytes, step);
     return zrfStatusOk;
 }
 

@@ -1,7 +1,7 @@
 #include "twiddles.h"
 
-#include "output_table.h"
 #include "sin_pi.h"
+#include "tables.h"
 
 namespace zrfgen {
 namespace {
@@ -61,13 +61,9 @@ template <class Element> void fillOutputTable(const OutputKernelNode *kernel) {
 
 template <class Element> void fillLevelTable(const SplitCombineNode *combine) {
     Element *table = static_cast<Element *>(combine->table.get());
-    const std::int32_t radix = combine->radix;
-    if (radix <= 8) {
-        fillPass(table, combine, 1, radix - 1, 1);
-    } else {
-        Element *second = fillPass(table, combine, radix / 4, 3, 1);
-        fillPass(second, combine, 1, radix / 4 - 1, 4);
-    }
+    const auto [outer, inner] = levelPasses(combine->radix);
+    Element *second = fillPass(table, combine, inner, outer - 1, 1);
+    fillPass(second, combine, 1, inner - 1, outer);
 }
 
 template void fillOutputTable<Float32>(const OutputKernelNode *kernel);

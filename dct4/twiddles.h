@@ -10,9 +10,8 @@ namespace zrfgen {
 template <class Element> void fillOutputTable(const OutputKernelNode *kernel);
 
 // Fills the table of a level, of length n: groups of a cosine and a sine, in all lanes, of pi g / n. With
-// M2 = n / (2 r2), s = 0..M2-1 outside and v innermost, g is (2s+1) v, v = 1..r2-1, for r2 up to 8. Radix 16
-// or 32 is radix 4 on radix r4 = r2 / 4. What lies between the two comes first, (2s + 1 + 4 M2 u) v with u =
-// 0..r4-1 and v = 1..3; then what goes into the transforms of r4 terms, 4 (2s+1) v with v = 1..r4-1.
+// M2 = n / (2 r2) and s = 0..M2-1 outside, g is (2s + 1 + 4 M2 u) v with u = 0..inner-1 and v = 1..outer-1 in
+// the first part, and outer (2s+1) v with v = 1..inner-1 in the second.
 template <class Element> void fillLevelTable(const SplitCombineNode *combine);
 
 } // namespace zrfgen

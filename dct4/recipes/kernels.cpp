@@ -4,8 +4,8 @@
 #include "algebra/formal_complex.h"
 #include "algebra/real.h"
 #include "algebra/vectors.h"
-#include "dct4/output_table.h"
 #include "dct4/recipes/odd_dft.h"
+#include "dct4/split.h"
 
 namespace zrfgen::gen {
 
@@ -115,6 +115,10 @@ std::vector<ComplexVector> backwardDft(RealArithmetic &real, const std::vector<C
 
 } // namespace
 
+Type planVector(Element element) {
+    return {element, planVectorBytes / bytes(element)};
+}
+
 Graph directDct4(int length, Element element) {
     Graph graph;
     Lanes lanes(graph, {element, 1});
@@ -129,9 +133,9 @@ Graph directDct4(int length, Element element) {
     return graph;
 }
 
-Graph inputStage(int n, Element element, const Target &target) {
+Graph inputStage(int n, Element element) {
     Graph graph;
-    Lanes lanes(graph, target.vector(element));
+    Lanes lanes(graph, planVector(element));
     std::vector<Real> w;
     for (int i = 0; i < n; ++i)
         w.push_back({i < n / 2 ? lanes.load(i) : reversed(graph, lanes.load(i))});
@@ -141,9 +145,9 @@ Graph inputStage(int n, Element element, const Target &target) {
     return graph;
 }
 
-Graph combiningStage(int radix, Element element, const Target &target) {
+Graph combiningStage(int radix, Element element) {
     Graph graph;
-    Lanes lanes(graph, target.vector(element));
+    Lanes lanes(graph, planVector(element));
     const auto twiddled = [&](const ComplexVector &value, int group) -> ComplexVector {
         const int first = 2 * radix + 2 * group;
         const auto [re, im] = lanes.rotated(value.re, value.im, lanes.load(first), lanes.load(first + 1));
@@ -153,31 +157,26 @@ Graph combiningStage(int radix, Element element, const Target &target) {
     for (int p = 0; p < radix; ++p)
         parts.push_back({{lanes.load(2 * p)}, {lanes.load(2 * p + 1)}});
 
+    // Across `inner` parts with the twiddles of the table's second part, then `outer` with those of its
+    // first.
+    const LevelPasses passes = levelPasses(radix);
+    std::vector<std::vector<ComplexVector>> across(passes.inner);
+    for (int v = 0; v < passes.outer; ++v) {
+        std::vector<ComplexVector> column;
+        for (int q = 0; q < passes.inner; ++q) {
+            const ComplexVector &part = parts[v + passes.outer * q];
+            column.push_back(q == 0 ? part : twiddled(part, passes.firstGroups() + q - 1));
+        }
+        if (passes.inner > 1)
+            column = backwardDft(lanes.real, column, passes.inner);
+        for (int u = 0; u < passes.inner; ++u)
+            across[u].push_back(v == 0 ? column[u] : twiddled(column[u], (passes.outer - 1) * u + v - 1));
+    }
     std::vector<ComplexVector> result(radix);
-    if (radix <= 8) {
-        for (int p = 1; p < radix; ++p)
-            parts[p] = twiddled(parts[p], p - 1);
-        result = backwardDft(lanes.real, parts, radix / 2);
-    } else {
-        // Elements v + 4q over q, with the twiddles of the table's second part, then over v with those of the
-        // first.
-        const int inner = radix / 4, second = 3 * inner;
-        std::vector<std::vector<ComplexVector>> across(inner);
-        for (int v = 0; v < 4; ++v) {
-            std::vector<ComplexVector> column;
-            for (int q = 0; q < inner; ++q) {
-                const ComplexVector &part = parts[v + 4 * q];
-                column.push_back(q == 0 ? part : twiddled(part, second + q - 1));
-            }
-            column = backwardDft(lanes.real, column, inner);
-            for (int u = 0; u < inner; ++u)
-                across[u].push_back(v == 0 ? column[u] : twiddled(column[u], 3 * u + v - 1));
-        }
-        for (int u = 0; u < inner; ++u) {
-            const auto column = backwardDft(lanes.real, across[u], 2);
-            for (int l = 0; l < 4; ++l)
-                result[u + inner * l] = column[l];
-        }
+    for (int u = 0; u < passes.inner; ++u) {
+        const auto column = backwardDft(lanes.real, across[u], passes.outer / 2);
+        for (int l = 0; l < passes.outer; ++l)
+            result[u + passes.inner * l] = column[l];
     }
     for (int l = 0; l < radix; ++l) {
         lanes.store(result[l].re, 2 * l);
@@ -186,9 +185,9 @@ Graph combiningStage(int radix, Element element, const Target &target) {
     return graph;
 }
 
-Graph outputStage(int radix, Element element, const Target &target) {
+Graph outputStage(int radix, Element element) {
     Graph graph;
-    Lanes lanes(graph, target.vector(element));
+    Lanes lanes(graph, planVector(element));
     const int width = lanes.type.lanes, vectorsInRow = 2 * radix / width;
     // The rows come with columns in the lanes and leave with s there.
     std::vector<NodeId> columns;
@@ -248,16 +247,15 @@ KernelDefinition direct(int length, Element element) {
                        length, element, [=] { return directDct4(length, element); });
 }
 
-KernelDefinition input(int n, Element element, const Target &target) {
-    const int lanes = target.vector(element).lanes;
-    KernelDefinition definition =
-        stageKernel("Input", n,
-                    {{"const unsigned char *", "forward"},
-                     {"const unsigned char *", "backward"},
-                     {"std::ptrdiff_t", "pitch"},
-                     {"unsigned char *", "dst"},
-                     {"std::ptrdiff_t", "rowPitch"}},
-                    n * lanes, element, [=, &target] { return inputStage(n, element, target); });
+KernelDefinition input(int n, Element element) {
+    const int lanes = planVector(element).lanes;
+    KernelDefinition definition = stageKernel("Input", n,
+                                              {{"const unsigned char *", "forward"},
+                                               {"const unsigned char *", "backward"},
+                                               {"std::ptrdiff_t", "pitch"},
+                                               {"unsigned char *", "dst"},
+                                               {"std::ptrdiff_t", "rowPitch"}},
+                                              n * lanes, element, [=] { return inputStage(n, element); });
     definition.arrays.source = {[=](int first) {
                                     const int i = first / lanes;
                                     return i < n / 2 ? "forward + " + times(i, "pitch")
@@ -269,30 +267,27 @@ KernelDefinition input(int n, Element element, const Target &target) {
     return definition;
 }
 
-KernelDefinition combine(int radix, Element element, const Target &target) {
-    const int lanes = target.vector(element).lanes, firstGroups = radix <= 8 ? radix - 1 : 3 * (radix / 4);
-    const int groups = radix <= 8 ? firstGroups : firstGroups + radix / 4 - 1;
-    KernelDefinition definition = stageKernel("Combine", radix,
-                                              {{"const unsigned char *", "src"},
-                                               {"std::ptrdiff_t", "srcPitch"},
-                                               {"const unsigned char *", "twiddles"},
-                                               {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
-                                               {"unsigned char *", "lower"},
-                                               {"unsigned char *", "upper"},
-                                               {"std::ptrdiff_t", "rowPitch"},
-                                               {"std::ptrdiff_t", "step"}},
-                                              2 * (radix + groups) * lanes, element, [=, &target] {
-                                                  return combiningStage(radix, element, target);
-                                              });
+KernelDefinition combine(int radix, Element element) {
+    const int lanes = planVector(element).lanes, firstGroups = levelPasses(radix).firstGroups();
+    KernelDefinition definition =
+        stageKernel("Combine", radix,
+                    {{"const unsigned char *", "src"},
+                     {"std::ptrdiff_t", "srcPitch"},
+                     {"const unsigned char *", "twiddles"},
+                     {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
+                     {"unsigned char *", "lower"},
+                     {"unsigned char *", "upper"},
+                     {"std::ptrdiff_t", "rowPitch"},
+                     {"std::ptrdiff_t", "step"}},
+                    2 * (2 * radix - 1) * lanes, element, [=] { return combiningStage(radix, element); });
     definition.arrays.source = {[=](int first) -> std::string {
-                                    const int vector = first / lanes;
-                                    if (vector < 2 * radix)
+                                    const int vector = first / lanes, entry = vector - 2 * radix,
+                                              inner = entry - 2 * firstGroups;
+                                    if (entry < 0)
                                         return "src + " + times(vector % 2 * radix + vector / 2, "srcPitch");
-                                    const int entry = vector - 2 * radix;
-                                    return entry < 2 * firstGroups
-                                               ? "twiddles + " + std::to_string(16 * entry)
-                                               : "innerTwiddles + " +
-                                                     std::to_string(16 * (entry - 2 * firstGroups));
+                                    return inner < 0
+                                               ? "twiddles + " + std::to_string(planVectorBytes * entry)
+                                               : "innerTwiddles + " + std::to_string(planVectorBytes * inner);
                                 },
                                 "Access::Aligned"};
     definition.arrays.destination = {[=](int first) {
@@ -306,16 +301,16 @@ KernelDefinition combine(int radix, Element element, const Target &target) {
     return definition;
 }
 
-KernelDefinition output(int radix, Element element, const Target &target) {
-    const int lanes = target.vector(element).lanes;
-    KernelDefinition definition = stageKernel("Output", radix,
-                                              {{"const unsigned char *", "src"},
-                                               {"const unsigned char *", "twiddles"},
-                                               {"unsigned char *", "forward"},
-                                               {"unsigned char *", "backward"},
-                                               {"std::ptrdiff_t", "step"}},
-                                              (lanes + 1) * 2 * radix * lanes, element,
-                                              [=, &target] { return outputStage(radix, element, target); });
+KernelDefinition output(int radix, Element element) {
+    const int lanes = planVector(element).lanes;
+    KernelDefinition definition =
+        stageKernel("Output", radix,
+                    {{"const unsigned char *", "src"},
+                     {"const unsigned char *", "twiddles"},
+                     {"unsigned char *", "forward"},
+                     {"unsigned char *", "backward"},
+                     {"std::ptrdiff_t", "step"}},
+                    (lanes + 1) * 2 * radix * lanes, element, [=] { return outputStage(radix, element); });
     definition.arrays.source = {[=](int first) {
                                     const int table = 2 * radix * lanes;
                                     return first < table ? "src + " + std::to_string(first) + " * " +
@@ -335,18 +330,18 @@ KernelDefinition output(int radix, Element element, const Target &target) {
 
 } // namespace
 
-Kernels dct4Kernels(const Target &target) {
+Kernels dct4Kernels(const Target &) {
     Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
-        for (const int length : {2, 4, 8, 16, 32})
+        for (const int length : directLengths)
             kernels.push_back(direct(length, element));
-        for (const int n : {2, 4, 8, 16, 32, 64})
-            kernels.push_back(input(n, element, target));
-        for (const int radix : {2, 4, 8, 16, 32})
-            kernels.push_back(combine(radix, element, target));
-        // A radix is a multiple of the lanes.
-        for (int radix = target.vector(element).lanes; radix <= 32; radix *= 2)
-            kernels.push_back(output(radix, element, target));
+        for (const int n : inputLengths)
+            kernels.push_back(input(n, element));
+        for (const int radix : combineRadixes)
+            kernels.push_back(combine(radix, element));
+        for (const int radix : outputRadixes)
+            if (radix % planVector(element).lanes == 0)
+                kernels.push_back(output(radix, element));
     }
     return kernels;
 }

@@ -6,25 +6,28 @@
 
 namespace zrfgen::gen {
 
+// The vectors that plans are laid out for, and so stages work on, on every target.
+Type planVector(Element element);
+
 // A whole transform of 2, 4, 8, 16 or 32 elements, one number at a time.
 Graph directDct4(int length, Element element);
 
 // Input stage: the odd DFT of n points down each of as many adjacent columns as a vector has lanes. Vector i
 // of the source is point i of w[0] .. w[n/2-1], w[-n/2] .. w[-1], those of negative index in reverse order;
 // vector i of the destination is entry i of E[0], O[0], E[1] ...
-Graph inputStage(int n, Element element, const Target &target);
+Graph inputStage(int n, Element element);
 
 // Recursive level: joins `radix` odd DFTs of subsequences to a complex transform across them. Vectors 2p and
 // 2p + 1 of the source are the parts of A[p], and the twiddles follow in the order of the level's table,
 // cosine and sine. Vector 2l of the destination is the real part of D[l], vector 2l + 1 that of its imaginary
 // part, which entries of the upper half have conjugated.
-Graph combiningStage(int radix, Element element, const Target &target);
+Graph combiningStage(int radix, Element element);
 
 // Output stage for as many adjacent s as a vector has lanes: rotation and odd synthesis of 2 * radix points.
 // Row s of the source holds E and O of all columns, row after row; the twiddles follow in the order of the
 // output table. Vector l of the destination is that of group l, vector radix + l its mirrored one in reverse
 // order.
-Graph outputStage(int radix, Element element, const Target &target);
+Graph outputStage(int radix, Element element);
 
 Kernels dct4Kernels(const Target &target);
 

@@ -1,6 +1,6 @@
 // The kernels of the DCT-IV against their defining sums in quad precision.
-#include "dct4/output_table.h"
 #include "dct4/recipes/kernels.h"
+#include "dct4/split.h"
 #include "dft_reference.h"
 #include "lanes/count.h"
 #include "lanes/lower.h"
@@ -21,13 +21,13 @@ std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &source, std::
 template <class Check> void forEachElement(Check check) {
     for (const Element element : {Element::Float32, Element::Float64}) {
         SCOPED_TRACE(element == Element::Float32 ? "Float32" : "Float64");
-        check(element, baseTarget().vector(element).lanes);
+        check(element, planVector(element).lanes);
     }
 }
 
 TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
     forEachElement([](Element element, int lanes) {
-        for (int n = 2; n <= 64; n *= 2) {
+        for (const int n : inputLengths) {
             const auto w = randomSource(n * lanes);
             std::vector<Quad> expected(w.size(), 0);
             for (int entry = 0; entry < n; ++entry)
@@ -40,7 +40,7 @@ TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
                             (entry % 2 == 0 ? cosine(angle) : sine(angle)) * w[i * lanes + place];
                     }
                 }
-            const auto result = run(inputStage(n, element, baseTarget()), w, w.size());
+            const auto result = run(inputStage(n, element), w, w.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << n;
         }
     });
@@ -49,22 +49,18 @@ TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
 // The table's values at one s of a level with M2 = 3, whose angles are pi g / n.
 std::vector<long> levelGroups(int radix, int s) {
     std::vector<long> groups;
-    if (radix <= 8) {
-        for (int p = 1; p < radix; ++p)
-            groups.push_back(static_cast<long>(2 * s + 1) * p);
-        return groups;
-    }
-    for (int u = 0; u < radix / 4; ++u)
-        for (int v = 1; v <= 3; ++v)
+    const LevelPasses passes = levelPasses(radix);
+    for (int u = 0; u < passes.inner; ++u)
+        for (int v = 1; v < passes.outer; ++v)
             groups.push_back(static_cast<long>(2 * s + 1 + 4 * 3 * u) * v);
-    for (int p = 1; p < radix / 4; ++p)
-        groups.push_back(4L * (2 * s + 1) * p);
+    for (int v = 1; v < passes.inner; ++v)
+        groups.push_back(static_cast<long>(passes.outer) * (2 * s + 1) * v);
     return groups;
 }
 
 TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
     forEachElement([](Element element, int lanes) {
-        for (int radix = 2; radix <= 32; radix *= 2) {
+        for (const int radix : combineRadixes) {
             const int s = 2, n = 2 * 3 * radix;
             std::vector<Quad> source = randomSource(2 * radix * lanes);
             const std::vector<Quad> parts = source;
@@ -83,7 +79,7 @@ TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
                         expected[(2 * l + 1) * lanes + lane] += sign * (d * re + c * im);
                     }
                 }
-            const auto result = run(combiningStage(radix, element, baseTarget()), source, parts.size());
+            const auto result = run(combiningStage(radix, element), source, parts.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -116,7 +112,7 @@ TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
                         expected[l * lanes + s] += realPart(l);
                         expected[(radix + l) * lanes + lanes - 1 - s] += realPart(-l - 1);
                     }
-            const auto result = run(outputStage(radix, element, baseTarget()), source, rows.size());
+            const auto result = run(outputStage(radix, element), source, rows.size());
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -136,17 +132,17 @@ TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
             EXPECT_LE(products, mostProducts) << what;
             sums = products = 0;
         };
-        for (const int length : {2, 4, 8, 16, 32})
+        for (const int length : directLengths)
             add(directDct4(length, element));
         expectAtMost(350, 244, "direct");
-        for (int n = 2; n <= 64; n *= 2)
-            add(inputStage(n, element, baseTarget()));
+        for (const int n : inputLengths)
+            add(inputStage(n, element));
         expectAtMost(731, 366, "input");
-        for (int radix = 2; radix <= 32; radix *= 2)
-            add(combiningStage(radix, element, baseTarget()));
+        for (const int radix : combineRadixes)
+            add(combiningStage(radix, element));
         expectAtMost(710, 368, "combining");
         for (int radix = lanes; radix <= 32; radix *= 2)
-            add(outputStage(radix, element, baseTarget()));
+            add(outputStage(radix, element));
         expectAtMost(868, 642, "output");
     });
 }

@@ -1,5 +1,6 @@
 // Width puts more columns side by side and changes no bit: every kernel's graph, as it would be for wider
 // vectors.
+#include "dct4/recipes/kernels.h"
 #include "dft/recipes/complex_dft.h"
 #include "dft_reference.h"
 #include "lanes/lower.h"
@@ -12,7 +13,7 @@ namespace zrfgen::gen {
 namespace {
 
 // Those with vectors; real kernels are scalar.
-const Family families[] = {complexDftKernels, walshHadamardKernels};
+const Family families[] = {complexDftKernels, walshHadamardKernels, dct4Kernels};
 
 Target withVectorsOf(int bytes) {
     return {"wider", bytes, {16, 8}};
