@@ -27,13 +27,6 @@ NodeHeader *listAppend(ListCell *head, NodeHeader *value) {
     return value;
 }
 
-NodeHeader *listNth(const ListCell *head, std::int32_t index) {
-    const ListCell *cell = index < 0 ? nullptr : head;
-    for (; cell && index > 0; --index)
-        cell = cell->next;
-    return cell ? cell->value.get() : nullptr;
-}
-
 void listReleaseCells(ListCell *head) {
     for (ListCell *cell = head->next; cell; cell = cell->next)
         arenaGiveBack(cell->arena, cell, sizeof(ListCell));

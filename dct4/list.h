@@ -28,8 +28,13 @@ ListCell *listCreate(PlanArena *arena);
 // taken. Returns the value.
 NodeHeader *listAppend(ListCell *head, NodeHeader *value);
 
-// The value at an index, or null if the list has none there.
-NodeHeader *listNth(const ListCell *head, std::int32_t index);
+// The value at an index, or null if the list has none there. Inline: every transform asks.
+inline NodeHeader *listNth(const ListCell *head, std::int32_t index) {
+    const ListCell *cell = index < 0 ? nullptr : head;
+    for (; cell && index > 0; --index)
+        cell = cell->next;
+    return cell ? cell->value.get() : nullptr;
+}
 
 // Gives back the cells behind the head, and neither the head nor values.
 void listReleaseCells(ListCell *head);

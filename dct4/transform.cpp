@@ -6,13 +6,9 @@
 #include "split.h"
 #include "stage_kernels.h"
 
-#include <algorithm>
-
 namespace zrfgen {
 
 namespace {
-
-constexpr std::ptrdiff_t vectorBytes = planVectorBytes;
 
 // Adjacent columns, whole vectors of them, go through a stage side by side: as many as share two lines of the
 // cache, so that lines are not fetched anew for each of their vectors.
@@ -25,76 +21,79 @@ struct Points {
     std::int32_t vectors;
 };
 
-// Rows of a table at the columns in the first vector.
-struct Rows {
-    unsigned char *table;
+// The rows of a work table at the columns in the first vector.
+struct WorkRows {
+    unsigned char *work;
     std::ptrdiff_t offset, pitch;
 
-    unsigned char *begin() const { return table + offset; }
+    unsigned char *begin() const { return work + offset; }
 };
+
+// A switch over kinds: run<size>() with the size that the kind has in the list, or other() at the kind above
+// all of them. GCC makes a switch of the comparisons only if it inlines them at once.
+template <const auto &sizes, std::int32_t first = 1, class Run, class Other>
+[[gnu::always_inline]] inline Status runKind(std::int32_t kind, const Run &run, const Other &other) {
+    if constexpr (first <= std::ssize(sizes)) {
+        if (kind != first)
+            return runKind<sizes, first + 1>(kind, run, other);
+        run.template operator()<sizes[first - 1]>();
+        return zrfStatusOk;
+    } else {
+        if (kind != first)
+            return zrfStatusPlanError;
+        other();
+        return zrfStatusOk;
+    }
+}
 
 template <class Element> constexpr std::ptrdiff_t bytes(std::int32_t elements) {
     return static_cast<std::ptrdiff_t>(elements) * static_cast<std::ptrdiff_t>(sizeof(Element));
 }
 
 template <class Element>
-Status runLevel(const RecursiveSplitNode *level, const Points &points, const Rows &rows);
+void runLevel(const RecursiveSplitNode *level, const Points &points, const WorkRows &rows);
 
-template <class Element, int n> Status runInput(const Points &points, const Rows &rows) {
-    for (std::ptrdiff_t v = 0; v < points.vectors * vectorBytes; v += vectorBytes)
+// Not inlined, as the other loops around kernels: else registers and stack are shared out among all of them,
+// at a cost to each and to the short transforms.
+template <class Element, int n> [[gnu::noinline]] void runInput(const Points &points, const WorkRows &rows) {
+    for (std::ptrdiff_t v = 0; v < points.vectors * planVectorBytes; v += planVectorBytes)
         Input<Element, n>::run(points.forward + v, points.backward - v, points.pitch, rows.begin() + v,
                                rows.pitch);
-    return zrfStatusOk;
 }
 
 // One transform of the columns, of the length that the kind stands for.
 template <class Element>
-Status runColumns(std::int32_t kind, const ListCell *levels, const Points &points, const Rows &rows) {
-    switch (kind) {
-    case 1:
-        return runInput<Element, 2>(points, rows);
-    case 2:
-        return runInput<Element, 4>(points, rows);
-    case 3:
-        return runInput<Element, 8>(points, rows);
-    case 4:
-        return runInput<Element, 16>(points, rows);
-    case 5:
-        return runInput<Element, 32>(points, rows);
-    case 6:
-        return runInput<Element, 64>(points, rows);
-    case splitKind:
-        return runLevel<Element>(recordCast<RecursiveSplitNode>(listNth(levels, 0)), points, rows);
-    default:
-        return zrfStatusPlanError;
-    }
+void runColumns(std::int32_t kind, const ListCell *levels, const Points &points, const WorkRows &rows) {
+    runKind<inputLengths>(
+        kind, [&]<int n>() { runInput<Element, n>(points, rows); },
+        [&] { runLevel<Element>(recordCast<RecursiveSplitNode>(listNth(levels, 0)), points, rows); });
 }
 
-template <class Element, int radix> Status runCombine(const SplitCombineNode *combine,
-                                                      const unsigned char *src, const Rows &rows,
-                                                      std::int32_t vectors) {
-    constexpr int groups = levelPasses(radix).firstGroups(), innerGroups = levelPasses(radix).secondGroups();
+template <class Element, int radix> void runCombine(const SplitCombineNode *combine, const unsigned char *src,
+                                                    const WorkRows &rows, std::int32_t vectors) {
+    constexpr LevelPasses passes = levelPasses(radix);
+    constexpr std::ptrdiff_t firstBytes = groupBytes * passes.firstGroups(),
+                             secondBytes = groupBytes * passes.secondGroups();
     const auto *twiddles = static_cast<const unsigned char *>(combine->table.get());
-    const unsigned char *innerTwiddles = twiddles + std::ptrdiff_t(groupBytes) * groups * combine->halfLength;
+    const unsigned char *innerTwiddles = twiddles + firstBytes * combine->halfLength;
     const std::ptrdiff_t pair = 2 * rows.pitch, step = pair * combine->leafLength;
     unsigned char *lower = rows.begin(), *upper = lower + step - pair;
     for (std::int32_t s = 0; s < combine->halfLength; ++s) {
-        for (std::ptrdiff_t v = 0; v < vectors * vectorBytes; v += vectorBytes)
+        for (std::ptrdiff_t v = 0; v < vectors * planVectorBytes; v += planVectorBytes)
             Combine<Element, radix>::run(src + v, rows.pitch, twiddles, innerTwiddles, lower + v, upper + v,
                                          rows.pitch, step);
         src += bytes<Element>(combine->blockStride);
-        twiddles += groupBytes * groups;
-        innerTwiddles += groupBytes * innerGroups;
+        twiddles += firstBytes;
+        innerTwiddles += secondBytes;
         lower += pair;
         upper -= pair;
     }
-    return zrfStatusOk;
 }
 
 template <class Element>
-Status runLevel(const RecursiveSplitNode *level, const Points &points, const Rows &rows) {
+void runLevel(const RecursiveSplitNode *level, const Points &points, const WorkRows &rows) {
     if (level->ready != 1)
-        return zrfStatusPlanError;
+        return;
     const auto *leaf = recordCast<SplitLeafNode>(listNth(level->leaf, 0));
     const auto *combine = recordCast<SplitCombineNode>(listNth(level->combine, 0));
     auto *const work = static_cast<unsigned char *>(level->work.get());
@@ -102,74 +101,55 @@ Status runLevel(const RecursiveSplitNode *level, const Points &points, const Row
         const Points subsequence{points.forward + p * points.pitch,
                                  points.backward + (level->radix - 1 - p) * points.pitch,
                                  bytes<Element>(leaf->leafInputStride), points.vectors};
-        const Rows leafRows{work, rows.offset + p * rows.pitch, bytes<Element>(leaf->leafOutputStride)};
-        const Status status = runColumns<Element>(leaf->kind, leaf->stages, subsequence, leafRows);
-        if (status != zrfStatusOk)
-            return status;
+        const WorkRows leafRows{work, rows.offset + p * rows.pitch, bytes<Element>(leaf->leafOutputStride)};
+        runColumns<Element>(leaf->kind, leaf->stages, subsequence, leafRows);
     }
-    const unsigned char *const src = work + rows.offset;
-    switch (combine->radixKind) {
-    case 1:
-        return runCombine<Element, 2>(combine, src, rows, points.vectors);
-    case 2:
-        return runCombine<Element, 4>(combine, src, rows, points.vectors);
-    case 3:
-        return runCombine<Element, 8>(combine, src, rows, points.vectors);
-    case 4:
-        return runCombine<Element, 16>(combine, src, rows, points.vectors);
-    case 5:
-        return runCombine<Element, 32>(combine, src, rows, points.vectors);
-    default:
-        return zrfStatusPlanError;
-    }
+    runKind<combineRadixes>(
+        combine->radixKind,
+        [&]<int radix>() { runCombine<Element, radix>(combine, work + rows.offset, rows, points.vectors); },
+        [] {});
 }
 
 template <class Element>
 void runInputStage(const InputKernelNode *kernel, const unsigned char *src, unsigned char *work) {
     const std::ptrdiff_t pitch = bytes<Element>(kernel->pitch);
     for (std::int32_t block = 0; block < kernel->columnBlocks; block += mostVectors) {
-        const std::ptrdiff_t column = block * vectorBytes;
+        const std::ptrdiff_t column = block * planVectorBytes;
         const std::int32_t vectors = std::min(mostVectors, kernel->columnBlocks - block);
         runColumns<Element>(kernel->kind, kernel->stages,
-                            {src + column, src + pitch - vectorBytes - column, pitch, vectors},
+                            {src + column, src + pitch - planVectorBytes - column, pitch, vectors},
                             {work, column, bytes<Element>(kernel->radix)});
     }
 }
 
-template <class Element, int radix>
-Status runOutputKernel(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
-    const std::ptrdiff_t step = bytes<Element>(kernel->inputLength);
+template <class Element, int radix> [[gnu::noinline]] void
+runOutputKernel(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
+    const std::ptrdiff_t step = bytes<Element>(kernel->inputLength),
+                         blockPitch = bytes<Element>(kernel->blockPitch);
     const auto *table = static_cast<const unsigned char *>(kernel->table.get());
-    for (std::int32_t block = 0; block < kernel->blocks; ++block)
-        Output<Element, radix>::run(work + block * bytes<Element>(kernel->blockPitch),
-                                    table + block * std::ptrdiff_t(groupBytes) * radix,
-                                    dst + block * vectorBytes, dst + step - (block + 1) * vectorBytes, step);
-    return zrfStatusOk;
-}
-
-template <class Element>
-Status runOutputStage(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
-    switch (kernel->radixKind) {
-    case 2:
-        // A radix is a multiple of the lanes.
-        if constexpr (laneCount<Element> == 2)
-            return runOutputKernel<Element, 2>(kernel, work, dst);
-        return zrfStatusPlanError;
-    case 3:
-        return runOutputKernel<Element, 4>(kernel, work, dst);
-    case 4:
-        return runOutputKernel<Element, 8>(kernel, work, dst);
-    case 5:
-        return runOutputKernel<Element, 16>(kernel, work, dst);
-    case 6:
-        return runOutputKernel<Element, 32>(kernel, work, dst);
-    default:
-        return zrfStatusPlanError;
+    unsigned char *forward = dst, *backward = dst + step - planVectorBytes;
+    for (std::int32_t block = kernel->blocks; block > 0; --block) {
+        Output<Element, radix>::run(work, table, forward, backward, step);
+        work += blockPitch;
+        table += groupBytes * radix;
+        forward += planVectorBytes;
+        backward -= planVectorBytes;
     }
 }
 
 template <class Element>
-void runTwoStages(const Dct4Plan *plan, const unsigned char *src, unsigned char *dst) {
+void runOutputStage(const OutputKernelNode *kernel, const unsigned char *work, unsigned char *dst) {
+    runKind<outputRadixes>(
+        kernel->radixKind,
+        [&]<int radix>() {
+            if constexpr (radix % laneCount<Element> == 0)
+                runOutputKernel<Element, radix>(kernel, work, dst);
+        },
+        [] {});
+}
+
+template <class Element>
+[[gnu::noinline]] void runTwoStages(const Dct4Plan *plan, const unsigned char *src, unsigned char *dst) {
     auto *const work = static_cast<unsigned char *>(plan->work.get());
     const auto *input = recordCast<InputStageNode>(listNth(plan->inputStages, 0));
     if (input->ready == 1)
@@ -184,28 +164,9 @@ template <class Element> Status transform(const Element *source, Element *destin
         return zrfStatusNullPointer;
     const auto *src = reinterpret_cast<const unsigned char *>(source);
     auto *dst = reinterpret_cast<unsigned char *>(destination);
-    switch (plan->kind) {
-    case 1:
-        Direct<Element, 2>::run(src, dst);
-        return zrfStatusOk;
-    case 2:
-        Direct<Element, 4>::run(src, dst);
-        return zrfStatusOk;
-    case 3:
-        Direct<Element, 8>::run(src, dst);
-        return zrfStatusOk;
-    case 4:
-        Direct<Element, 16>::run(src, dst);
-        return zrfStatusOk;
-    case 5:
-        Direct<Element, 32>::run(src, dst);
-        return zrfStatusOk;
-    case twoStageKind:
-        runTwoStages<Element>(plan, src, dst);
-        return zrfStatusOk;
-    default:
-        return zrfStatusPlanError;
-    }
+    return runKind<directLengths>(
+        plan->kind, [&]<int n>() { Direct<Element, n>::run(src, dst); },
+        [&] { runTwoStages<Element>(plan, src, dst); });
 }
 
 } // namespace
