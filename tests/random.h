@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 class RandomNumbers {
@@ -18,9 +19,16 @@ private:
     std::uint64_t state;
 };
 
-template <class Real> std::vector<Real> randomNumbers(std::size_t count, std::uint64_t seed = 1) {
+// Real or complex.
+template <class Element> std::vector<Element> randomElements(std::size_t count, std::uint64_t seed = 1) {
     RandomNumbers random(seed);
-    std::vector<Real> numbers(count);
-    std::ranges::generate(numbers, [&] { return random.next<Real>(); });
-    return numbers;
+    std::vector<Element> elements(count);
+    std::ranges::generate(elements, [&] {
+        if constexpr (std::is_floating_point_v<Element>)
+            return random.next<Element>();
+        else
+            return Element{random.next<typename Element::value_type>(),
+                           random.next<typename Element::value_type>()};
+    });
+    return elements;
 }

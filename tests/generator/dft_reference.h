@@ -10,7 +10,7 @@ namespace zrfgen::gen {
 
 // Numbers that are exact in every element type.
 inline std::vector<Quad> randomSource(int elements, unsigned seed = 1) {
-    const auto numbers = randomNumbers<float>(elements, seed);
+    const auto numbers = randomElements<float>(elements, seed);
     return {numbers.begin(), numbers.end()};
 }
 
@@ -25,9 +25,13 @@ template <class Weight> std::vector<Quad> weightedSums(const std::vector<Quad> &
 
 // The transform of interleaved complex numbers.
 inline std::vector<Quad> dftReference(const std::vector<Quad> &x, Direction direction) {
-    return weightedSums(x, [&, n = std::ssize(x) / 2](long k, long j) {
-        const Turn angle(direction == Direction::Forward ? -(k / 2) * (j / 2) : (k / 2) * (j / 2), n);
-        return k % 2 == j % 2 ? cosine(angle) : k % 2 == 1 ? sine(angle) : -sine(angle);
+    const long n = std::ssize(x) / 2;
+    std::vector<ComplexQuad> roots;
+    for (long k = 0; k < n; ++k)
+        roots.push_back(onCircle({direction == Direction::Forward ? -k : k, n}));
+    return weightedSums(x, [&](long k, long j) {
+        const ComplexQuad root = roots[(k / 2) * (j / 2) % n];
+        return k % 2 == j % 2 ? root.re : k % 2 == 1 ? root.im : -root.im;
     });
 }
 

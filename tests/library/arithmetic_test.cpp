@@ -1,10 +1,12 @@
 // The shortest transforms bit for bit against their arithmetic: each rounding where it belongs, in the order
 // of additions that makes up the result. Of the complex ones, forward only: the inverse mirrors it.
-#include "run.h"
+#include "exports.h"
+#include "random.h"
 
 #include <array>
 #include <cmath>
 #include <complex>
+#include <gtest/gtest.h>
 #include <number/quad.h>
 #include <span>
 
@@ -12,14 +14,22 @@ namespace {
 
 using zrfgen::gen::cosine, zrfgen::gen::sine;
 
+template <class Real> using Reals = std::vector<Real>;
 template <class Real> using List = std::vector<std::complex<Real>>;
 
+template <class Element>
+std::vector<Element> run(const Export &transform, const std::vector<Element> &x, int32_t flag) {
+    std::vector<Element> result(x.size());
+    EXPECT_EQ(transform.transform(x.data(), result.data(), transform.size, flag, nullptr), zrfStatusOk);
+    return result;
+}
+
 // How many of a thousand random inputs give just the oracle's numbers.
-template <class Oracle> int agreements(const Export &transform, int32_t flag, Oracle oracle) {
+template <class Element, class Oracle> int agreements(const Export &transform, int32_t flag, Oracle oracle) {
     int count = 0;
     for (unsigned seed = 0; seed < 1000; ++seed) {
-        const Values input = randomValues(transform, seed);
-        count += run(transform, input, flag) == oracle(input);
+        const auto x = randomElements<Element>(transform.size, seed);
+        count += run(transform, x, flag) == oracle(x);
     }
     return count;
 }
@@ -113,15 +123,7 @@ List<Float64> dft8InVectors(const List<Float64> &x) {
 
 template <class Real> int agreements(int length, List<Real> oracle(const List<Real> &)) {
     const Export &transform = transformOf("DFTFwd_CToC", length, sizeof(Real) == sizeof(Float32));
-    return agreements(transform, zrfScaleNone, [=](const Values &input) {
-        List<Real> list;
-        for (std::size_t i = 0; i < input.size(); i += 2)
-            list.emplace_back(input[i], input[i + 1]);
-        Values values;
-        for (const auto &element : oracle(list))
-            values.insert(values.end(), {element.real(), element.imag()});
-        return values;
-    });
+    return agreements<std::complex<Real>>(transform, zrfScaleNone, oracle);
 }
 
 TEST(Arithmetic, Complex32) {
@@ -162,43 +164,47 @@ bool hasExchangeSymmetry(int length, bool isSingle) {
 }
 
 // Real and imaginary parts exchanged.
-Values exchanged(Values values) {
-    for (std::size_t i = 0; i < values.size(); i += 2)
-        std::swap(values[i], values[i + 1]);
-    return values;
+template <class Real> List<Real> exchanged(List<Real> list) {
+    for (auto &element : list)
+        element = {element.imag(), element.real()};
+    return list;
+}
+
+template <class Real> void expectMirroredInverse() {
+    const bool isSingle = sizeof(Real) == sizeof(Float32);
+    for (int length = 2; length <= 64; ++length) {
+        const Export &forward = transformOf("DFTFwd_CToC", length, isSingle);
+        const Export &inverse = transformOf("DFTInv_CToC", length, isSingle);
+        SCOPED_TRACE(forward.name);
+        const auto input = randomElements<std::complex<Real>>(length);
+        auto output = run(forward, input, zrfScaleBySqrtN);
+        if (hasExchangeSymmetry(length, isSingle)) {
+            EXPECT_EQ(run(inverse, exchanged(input), zrfScaleBySqrtN), exchanged(output));
+        }
+        if (length <= 5) {
+            std::reverse(output.begin() + 1, output.end());
+            EXPECT_EQ(run(inverse, input, zrfScaleBySqrtN), output);
+        }
+    }
 }
 
 TEST(Arithmetic, OfTheInverseMirrorsThatOfTheForwardTransform) {
-    for (const bool isSingle : {true, false})
-        for (int length = 2; length <= 64; ++length) {
-            const Export &forward = transformOf("DFTFwd_CToC", length, isSingle);
-            const Export &inverse = transformOf("DFTInv_CToC", length, isSingle);
-            SCOPED_TRACE(forward.name);
-            const Values input = randomValues(forward, 3), output = run(forward, input, zrfScaleBySqrtN);
-            if (hasExchangeSymmetry(length, isSingle)) {
-                EXPECT_EQ(run(inverse, exchanged(input), zrfScaleBySqrtN), exchanged(output));
-            }
-            if (length <= 5) {
-                Values reversed = output;
-                for (std::size_t i = 2; i < output.size(); ++i)
-                    reversed[i] = output[output.size() - i + 2 * (i % 2)];
-                EXPECT_EQ(run(inverse, input, zrfScaleBySqrtN), reversed);
-            }
-        }
+    expectMirroredInverse<Float32>();
+    expectMirroredInverse<Float64>();
 }
 
-template <class Real> Values length2(const std::vector<Real> &x, Real factor) {
+template <class Real> Reals<Real> length2(const Reals<Real> &x, Real factor) {
     return {(x[0] + x[1]) * factor, (x[0] - x[1]) * factor};
 }
 
-template <class Real> Values length4(const std::vector<Real> &x, Real factor) {
+template <class Real> Reals<Real> length4(const Reals<Real> &x, Real factor) {
     const Real even = x[0] + x[2], odd = x[1] + x[3];
     return {(even + odd) * factor, (x[0] - x[2]) * factor, (x[3] - x[1]) * factor, (even - odd) * factor};
 }
 
 // The block over the sums and differences of pairs. What comes of products, of type Wide, is scaled before it
 // is rounded to Real.
-template <class Real, class Wide, bool isHartley> Values length5(const std::vector<Real> &x, Real factor) {
+template <class Real, class Wide, bool isHartley> Reals<Real> length5(const Reals<Real> &x, Real factor) {
     const Real a1 = x[1] + x[4], a2 = x[2] + x[3], b1 = x[1] - x[4], b2 = x[2] - x[3];
     const auto [c1, c2, s1, s2] = constantsOf5<Wide>();
     const Wide u = x[0] + c1 * a1 - c2 * a2, v = x[0] - c2 * a1 + c1 * a2;
@@ -211,7 +217,7 @@ template <class Real, class Wide, bool isHartley> Values length5(const std::vect
 }
 
 // Of R[0], R[1], I[1], R[2] and I[2], the last four doubled first.
-Values inverseLength5(const Values &x, Float64 factor) {
+Reals<Float64> inverseLength5(const Reals<Float64> &x, Float64 factor) {
     const Float64 r0 = x[0], a = 2 * x[1], b = 2 * x[3], c = 2 * x[2], d = 2 * x[4];
     const auto [c1, c2, s1, s2] = constantsOf5<Float64>();
     const Float64 u = r0 + c1 * a - c2 * b, v = r0 - c2 * a + c1 * b;
@@ -220,12 +226,10 @@ Values inverseLength5(const Values &x, Float64 factor) {
 }
 
 template <class Real>
-int agreements(const char *family, int length, Values oracle(const std::vector<Real> &, Real)) {
+int agreements(const char *family, int length, Reals<Real> oracle(const Reals<Real> &, Real)) {
     const Real factor = static_cast<Real>(1 / std::sqrt(static_cast<long double>(length)));
-    return agreements(transformOf(family, length, sizeof(Real) == sizeof(Float32)), zrfScaleBySqrtN,
-                      [=](const Values &input) {
-                          return oracle({input.begin(), input.end()}, factor);
-                      });
+    return agreements<Real>(transformOf(family, length, sizeof(Real) == sizeof(Float32)), zrfScaleBySqrtN,
+                            [=](const Reals<Real> &x) { return oracle(x, factor); });
 }
 
 TEST(RealArithmetic, TwoAndFourOnlyAdd) {

@@ -27,12 +27,6 @@ constexpr auto realInverse = FACE(zrfgen::realDftInverse<layout>(x, X, scale));
 
 constexpr auto CCS = SpectrumLayout::CCS, Pack = SpectrumLayout::Pack, Perm = SpectrumLayout::Perm;
 
-// Complex elements with both parts the same.
-template <class Element> std::vector<Element> randomElements(std::size_t count) {
-    const auto numbers = randomNumbers<double>(count);
-    return {numbers.begin(), numbers.end()};
-}
-
 template <class Element> bool haveSameBits(const std::vector<Element> &a, const std::vector<Element> &b) {
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(Element)) == 0;
 }

@@ -13,22 +13,21 @@ namespace {
 constexpr int mostElements = 8192;
 
 // What every thread reads.
-const void *sourceOf(const Export &entry) {
-    static const auto single = randomNumbers<Float32>(mostElements);
-    static const auto wide = randomNumbers<Float64>(mostElements);
-    return entry.isSingle ? static_cast<const void *>(single.data()) : wide.data();
+const void *sourceOf(bool isSingle) {
+    static const auto single = randomElements<Float32>(mostElements);
+    static const auto wide = randomElements<Float64>(mostElements);
+    return isSingle ? static_cast<const void *>(single.data()) : wide.data();
 }
 
 struct Job {
     std::string name;
     std::size_t bytes;
     std::function<Status(void *dst)> run;
-    std::shared_ptr<Dct4Plan> plan = nullptr; // kept for the calls
 };
 
-void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
-    const Dct4Functions dct4(transform.isSingle);
-    const void *source = sourceOf(transform);
+void addDct4Jobs(std::vector<Job> &jobs, bool isSingle) {
+    const Dct4Functions dct4(isSingle);
+    const void *source = sourceOf(isSingle);
     for (int32_t length = 2; length <= mostElements; length *= 2) {
         const auto makePlan = [=] {
             Dct4Plan *plan = nullptr;
@@ -37,25 +36,23 @@ void addDct4Jobs(std::vector<Job> &jobs, const Export &transform) {
         };
         // Longer plans have a work table, which every call writes. Calls take no count of the plan's owners:
         // it would put the threads in an order that hides their races.
-        const auto owned = length < 64 ? makePlan() : nullptr;
-        jobs.push_back({std::string(transform.name) + " of " + std::to_string(length),
-                        length * transform.numberBytes(),
-                        [=, shared = owned.get()](void *dst) {
-                            return dct4.transform(source, dst, shared ? shared : makePlan().get());
-                        },
-                        owned});
+        const auto shared = length < 64 ? makePlan() : nullptr;
+        jobs.push_back({"DCT-IV of " + std::to_string(length),
+                        length * (isSingle ? sizeof(Float32) : sizeof(Float64)), [=](void *dst) {
+                            return dct4.transform(source, dst, shared ? shared.get() : makePlan().get());
+                        }});
     }
 }
 
 std::vector<Job> allJobs() {
     std::vector<Job> jobs;
+    addDct4Jobs(jobs, true);
+    addDct4Jobs(jobs, false);
     for (const Export &entry : allExports())
-        if (entry.entry == Entry::Dct4)
-            addDct4Jobs(jobs, entry);
-        else if (entry.entry == Entry::FixedSize || entry.entry == Entry::WhtOrder)
+        if (entry.entry == Entry::FixedSize || entry.entry == Entry::WhtOrder)
             jobs.push_back({std::string(entry.name), entry.dstCount(entry.size) * entry.numberBytes(),
-                            [&entry](void *dst) {
-                                return entry.transform(sourceOf(entry), dst, 0, zrfScaleBySqrtN, nullptr);
+                            [&entry, source = sourceOf(entry.isSingle)](void *dst) {
+                                return entry.transform(source, dst, 0, zrfScaleBySqrtN, nullptr);
                             }});
     return jobs;
 }
