@@ -10,22 +10,23 @@
 namespace zrfgen::bench {
 namespace {
 
-using Measure = Accuracy (*)(int length);
-
-AccuracyTable measureAll(const char *title, const char *element, Measure singlePrecision,
-                         Measure doublePrecision) {
+AccuracyTable measured(const char *title, const char *element, const char *family, Planner<float> single,
+                       Planner<double> wide) {
     AccuracyTable table{title, element, {}};
     for (int length = 2; length <= 64; ++length)
-        table.rows.push_back({length, singlePrecision(length), doublePrecision(length)});
+        table.rows.push_back({length, measureAccuracy<float>(family, length, single),
+                              measureAccuracy<double>(family, length, wide)});
     return table;
 }
 
 std::vector<AccuracyTable> tables() {
-    return {measureAll("Complex DFT, forward", "Complex", complexForwardAccuracy<float>,
-                       complexForwardAccuracy<double>),
-            measureAll("Real DFT, forward", "Float", realForwardAccuracy<float>, realForwardAccuracy<double>),
-            measureAll("Real DFT, inverse", "Float", realInverseAccuracy<float>, realInverseAccuracy<double>),
-            measureAll("Hartley", "Float", hartleyAccuracy<float>, hartleyAccuracy<double>)};
+    return {measured("Complex DFT, forward", "Complex", "DFTFwd_CToC", planComplexForward<float>,
+                     planComplexForward<double>),
+            measured("Real DFT, forward", "Float", "DFTFwd_RToCCS", planRealForward<float>,
+                     planRealForward<double>),
+            measured("Real DFT, inverse", "Float", "DFTInv_CCSToR", planRealInverse<float>,
+                     planRealInverse<double>),
+            measured("Hartley", "Float", "Hartley", planHartley<float>, planHartley<double>)};
 }
 
 void run(const std::string &fileName) {

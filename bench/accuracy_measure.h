@@ -1,6 +1,10 @@
 // Errors of the transforms against their defining sums in quad precision.
 #pragma once
 
+#include "fftw.h"
+
+#include <string>
+
 namespace zrfgen::bench {
 
 inline constexpr int randomVectors = 400;
@@ -13,10 +17,7 @@ struct Accuracy {
     double ratio() const { return zrfgen / fftw; }
 };
 
-// For float and double. They throw std::runtime_error with a line for the user.
-template <class Real> Accuracy complexForwardAccuracy(int length); // impulses in the inverse too
-template <class Real> Accuracy realForwardAccuracy(int length);
-template <class Real> Accuracy realInverseAccuracy(int length);
-template <class Real> Accuracy hartleyAccuracy(int length);
+// Of complex transforms, the impulses in the inverse too. Throws std::runtime_error with a line for the user.
+template <class Real> Accuracy measureAccuracy(const std::string &family, int length, Planner<Real> planFftw);
 
 } // namespace zrfgen::bench

@@ -20,19 +20,16 @@ std::vector<Contender> peers(int length, const Array<Real> &src, const Array<Rea
         fftwContender<Real>("FFTW", planComplexForward<Real>(length, src, dst), src, dst)};
     // KissFFT's C library is packaged in single precision alone. Its C++ header does double too, but is
     // nearly twice as slow at some lengths: no stand-in.
-    if constexpr (std::is_same_v<Real, float>)
+    if constexpr (isSingle<Real>)
         result.push_back(kissFftContender(length, src, dst));
     return result;
-}
-
-template <class Real> Contest complexDftContest() {
-    return contest<Real>("complex DFT", "DFTFwd_CToC", complexSuffix<Real>, peers<Real>);
 }
 
 } // namespace
 
 std::vector<Contest> complexDftContests() {
-    return {complexDftContest<float>(), complexDftContest<double>()};
+    return {contestOfLengths<float>("complex DFT", "DFTFwd_CToC", peers<float>),
+            contestOfLengths<double>("complex DFT", "DFTFwd_CToC", peers<double>)};
 }
 
 } // namespace zrfgen::bench

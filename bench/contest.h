@@ -1,14 +1,18 @@
 // What the contests of all families are made of.
 #pragma once
 
-#include "exports.h"
 #include "families.h"
 #include "fftw.h"
+#include "tests/exports.h"
+#include "tests/random.h"
 
-#include <random>
 #include <stdexcept>
 
 namespace zrfgen::bench {
+
+template <class Real> constexpr bool isSingle = std::is_same_v<Real, float>;
+template <class Real> constexpr const char *realSuffix = isSingle<Real> ? "32f" : "64f";
+template <class Real> constexpr const char *complexSuffix = isSingle<Real> ? "32fc" : "64fc";
 
 template <class Work> Contender contender(std::string label, Work work) {
     return {std::move(label), [=](std::int64_t times) {
@@ -23,41 +27,45 @@ Contender fftwContender(std::string label, Plan<Real> plan, Array<Real> src, Arr
     return contender(std::move(label), [plan, src, dst] { Fftw<Real>::execute(plan.get()); });
 }
 
-template <class Call> Contender zrfgenContender(const std::string &size, Call call) {
-    if (const Status status = call(); status != zrfStatusOk)
-        throw std::runtime_error("zrfgen refused " + size + " with status " + std::to_string(status) +
-                                 "; run the tests before the benchmark");
-    return contender("zrfgen", call);
-}
-
 template <class Real> void fill(const Array<Real> &array, int length) {
-    std::mt19937 generator;
-    std::uniform_real_distribution<Real> value(-1, 1);
-    for (int i = 0; i < 2 * length; ++i)
-        array[i] = value(generator);
+    std::ranges::copy(randomElements<Real>(2 * length), array.get());
 }
 
 template <class Real>
-using Peers = std::vector<Contender> (*)(int length, const Array<Real> &src, const Array<Real> &dst);
+using Peers = std::vector<Contender> (*)(int size, const Array<Real> &src, const Array<Real> &dst);
 
-// All contenders of a length work on the same two arrays.
-template <class Real> Contest contest(const std::string &title, const std::string &family,
-                                      const std::string &suffix, Peers<Real> peers) {
-    Contest result{title + " " + suffix, false, {}, [=](int length) {
+// All contenders of a size work on the same two arrays. Ours is the call that prepare(size, src, dst)
+// returns.
+template <class Real, class Prepare> Contest contest(const std::string &title, bool byOrder, int firstSize,
+                                                     int lastSize, Peers<Real> peers, Prepare prepare) {
+    Contest result{title, byOrder, {}, [=](int size) {
+                       const int length = byOrder ? 1 << size : size;
                        const auto src = allocate<Real>(length), dst = allocate<Real>(length);
-                       std::vector<Contender> contenders = peers(length, src, dst);
+                       std::vector<Contender> contenders = peers(size, src, dst);
                        fill<Real>(src, length); // after the planning, which overwrites it
-                       const Transform transform = findExport(family, length, suffix);
-                       contenders.insert(contenders.begin(),
-                                         zrfgenContender("length " + std::to_string(length), [=] {
-                                             return transform(src.get(), dst.get(), zrfScaleNone);
-                                         }));
+                       const auto call = prepare(size, src, dst);
+                       if (const Status status = call(); status != zrfStatusOk)
+                           throw std::runtime_error("zrfgen refused size " + std::to_string(size) +
+                                                    " with status " + std::to_string(status) +
+                                                    "; run the tests before the benchmark");
+                       contenders.insert(contenders.begin(), contender("zrfgen", call));
                        return contenders;
                    }};
-    for (int length = 2; length <= 64; ++length)
-        if (findExport(family, length, suffix) != nullptr)
-            result.lengths.push_back(length);
+    for (int size = firstSize; size <= lastSize; ++size)
+        result.sizes.push_back(size);
     return result;
+}
+
+// Of all lengths of a DFT or Hartley transform.
+template <class Real>
+Contest contestOfLengths(const std::string &title, const std::string &family, Peers<Real> peers) {
+    const char *suffix = family.ends_with("CToC") ? complexSuffix<Real> : realSuffix<Real>;
+    return contest<Real>(title + " " + suffix, false, 2, 64, peers,
+                         [=](int length, const Array<Real> &src, const Array<Real> &dst) {
+                             const auto transform =
+                                 transformOf(family, length, isSingle<Real>).template as<Export::FixedSize>();
+                             return [=] { return transform(src.get(), dst.get(), zrfScaleNone); };
+                         });
 }
 
 } // namespace zrfgen::bench

@@ -1,4 +1,4 @@
-// What is timed. Each family has a file of its own that names its contests.
+// What is timed. Each family has a file that names its contests.
 #pragma once
 
 #include "harness.h"
@@ -11,9 +11,9 @@ namespace zrfgen::bench {
 
 struct Contest {
     std::string title;
-    bool byOrder;             // the lengths are orders, for 2^order elements
-    std::vector<int> lengths; // those that the library can do
-    std::function<std::vector<Contender>(int length)> contenders; // zrfgen first, then its peers
+    bool byOrder;                                               // the sizes are orders, for 2^order elements
+    std::vector<int> sizes;                                     // lengths or orders
+    std::function<std::vector<Contender>(int size)> contenders; // zrfgen first, then its peers
 };
 
 std::vector<Contest> complexDftContests();
@@ -23,5 +23,18 @@ std::vector<Contest> hartleyContests();
 std::vector<Contest> walshHadamardContests();
 std::vector<Contest> dct4Contests();
 std::vector<Contest> callContests();
+
+struct Family {
+    std::string name; // on the command line
+    std::vector<Contest> (*contests)();
+};
+
+inline const std::vector<Family> families = {{"complex", complexDftContests},
+                                             {"real-forward", realForwardContests},
+                                             {"real-inverse", realInverseContests},
+                                             {"hartley", hartleyContests},
+                                             {"walsh-hadamard", walshHadamardContests},
+                                             {"dct4", dct4Contests},
+                                             {"calls", callContests}};
 
 } // namespace zrfgen::bench

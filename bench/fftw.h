@@ -61,6 +61,9 @@ template <class Real> Plan<Real> owned(typename Fftw<Real>::Plan plan) {
     return {plan, Fftw<Real>::destroy};
 }
 
+template <class Real>
+using Planner = Plan<Real> (*)(int length, const Array<Real> &src, const Array<Real> &dst);
+
 // Planning overwrites the arrays; they must live as long as the plan.
 template <class Real>
 Plan<Real> planComplexForward(int length, const Array<Real> &src, const Array<Real> &dst) {

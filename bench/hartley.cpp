@@ -9,14 +9,11 @@ std::vector<Contender> peers(int length, const Array<Real> &src, const Array<Rea
     return {fftwContender<Real>("FFTW", planHartley<Real>(length, src, dst), src, dst)};
 }
 
-template <class Real> Contest hartleyContest() {
-    return contest<Real>("Hartley", "Hartley", realSuffix<Real>, peers<Real>);
-}
-
 } // namespace
 
 std::vector<Contest> hartleyContests() {
-    return {hartleyContest<float>(), hartleyContest<double>()};
+    return {contestOfLengths<float>("Hartley", "Hartley", peers<float>),
+            contestOfLengths<double>("Hartley", "Hartley", peers<double>)};
 }
 
 } // namespace zrfgen::bench

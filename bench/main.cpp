@@ -8,51 +8,28 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <exception>
 #include <iterator>
 #include <stdexcept>
 
 namespace zrfgen::bench {
 namespace {
 
-struct Family {
-    std::string name; // on the command line
-    std::vector<Contest> (*contests)();
-};
-
-const Family families[] = {{"complex", complexDftContests},
-                           {"real-forward", realForwardContests},
-                           {"real-inverse", realInverseContests},
-                           {"hartley", hartleyContests},
-                           {"walsh-hadamard", walshHadamardContests},
-                           {"dct4", dct4Contests},
-                           {"calls", callContests}};
-
-std::vector<Contest> contestsOf(const std::vector<std::string> &names) {
-    std::vector<Contest> contests;
-    for (const std::string &name : names) {
-        const auto family = std::ranges::find(families, name, &Family::name);
-        if (family == std::end(families))
-            throw std::invalid_argument("no family \"" + name + "\"; see zrfbench --help");
-        std::ranges::move(family->contests(), std::back_inserter(contests));
-    }
-    return contests;
-}
-
 std::vector<Contest> wantedContests(const Options &options) {
-    std::vector<Contest> contests = contestsOf(options.families);
+    std::vector<Contest> contests;
+    for (const Family &family : options.families)
+        std::ranges::move(family.contests(), std::back_inserter(contests));
     for (Contest &contest : contests)
-        std::erase_if(contest.lengths, [&](int length) { return !options.wants(length); });
-    std::erase_if(contests, [](const Contest &contest) { return contest.lengths.empty(); });
+        std::erase_if(contest.sizes, [&](int size) { return !options.wants(size); });
+    std::erase_if(contests, [](const Contest &contest) { return contest.sizes.empty(); });
     if (contests.empty())
-        throw std::runtime_error("no kernel of these lengths is built; choose others with --lengths");
+        throw std::runtime_error("no kernel has one of these lengths; choose others with --lengths");
     return contests;
 }
 
 Table measureOnce(const Contest &contest, Effort effort) {
     Table table{contest.title, contest.byOrder, {}};
-    for (const int length : contest.lengths)
-        table.rows.push_back({length, timeContenders(contest.contenders(length), effort)});
+    for (const int size : contest.sizes)
+        table.rows.push_back({size, timeContenders(contest.contenders(size), effort)});
     return table;
 }
 
@@ -90,8 +67,8 @@ int main(int argc, char **argv) {
     using namespace zrfgen::bench;
     try {
         const Options options = parseOptions(argc, argv);
-        if (options.help)
-            std::fputs(usage, stdout);
+        if (!options.answer.empty())
+            std::fputs(options.answer.c_str(), stdout);
         else {
             const LibraryVersion *const version = zrfgenGetLibVersion();
             std::printf("%s %s\n", version->libraryName, version->versionText);

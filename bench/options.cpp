@@ -4,7 +4,6 @@
 #include <getopt.h>
 #include <regex>
 #include <stdexcept>
-#include <string>
 
 namespace zrfgen::bench {
 namespace {
@@ -22,9 +21,31 @@ std::vector<std::pair<int, int>> parseLengths(const std::string &list) {
     return ranges;
 }
 
-std::vector<std::string> parseFamilies(const std::string &list) {
+const char usage[] =
+    "usage: zrfbench [--quick] [--families LIST] [--lengths LIST] [output directory]\n"
+    "  --quick          short measurements: a first look, with more noise\n"
+    "  --families LIST  only these, such as hartley,dct4; --list names all\n"
+    "  --lengths LIST   only these lengths, such as 8,16 or 2-8,60-64;\n"
+    "                   of walsh-hadamard and dct4, the orders\n"
+    "Writes zrfbench.tsv, .md and .svg to the output directory (default: the current one).\n";
+
+std::string familyNames() {
+    std::string names;
+    for (const Family &family : families)
+        names += family.name + "\n";
+    return names;
+}
+
+std::vector<Family> parseFamilies(const std::string &list) {
     static const std::regex comma(",");
-    return {std::sregex_token_iterator(list.begin(), list.end(), comma, -1), {}};
+    std::vector<Family> chosen;
+    for (std::sregex_token_iterator name(list.begin(), list.end(), comma, -1), end; name != end; ++name) {
+        const auto family = std::ranges::find(families, name->str(), &Family::name);
+        if (family == families.end())
+            throw std::invalid_argument("no family \"" + name->str() + "\"; zrfbench --list names all");
+        chosen.push_back(*family);
+    }
+    return chosen;
 }
 
 } // namespace
@@ -36,16 +57,17 @@ bool Options::wants(int length) const {
 }
 
 Options parseOptions(int argc, char **argv) {
-    constexpr option known[] = {{"help", no_argument, nullptr, 'h'},
-                                {"quick", no_argument, nullptr, 'q'},
-                                {"families", required_argument, nullptr, 'f'},
-                                {"lengths", required_argument, nullptr, 'l'},
-                                {}};
+    constexpr option known[] = {
+        {"help", no_argument, nullptr, 'h'},          {"list", no_argument, nullptr, 'n'},
+        {"quick", no_argument, nullptr, 'q'},         {"families", required_argument, nullptr, 'f'},
+        {"lengths", required_argument, nullptr, 'l'}, {}};
     opterr = 0; // the message below is ours
     Options options;
     for (int letter; (letter = getopt_long(argc, argv, "h", known, nullptr)) != -1;)
         if (letter == 'h')
-            options.help = true;
+            options.answer = usage;
+        else if (letter == 'n')
+            options.answer = familyNames();
         else if (letter == 'q')
             options.quick = true;
         else if (letter == 'f')

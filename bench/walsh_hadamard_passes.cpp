@@ -1,6 +1,5 @@
 #include "walsh_hadamard_passes.h"
 
-#include "contest.h"
 #include "wht/passes.h"
 
 namespace zrfgen::bench {
@@ -100,9 +99,10 @@ template <class Real> void copyAsPassesDo(int order, const Data<Real> &data) {
 
 } // namespace
 
-template <class Real> std::vector<Contender>
-passContenders(int order, const Array<Real> &src, const Array<Real> &dst, const Array<std::uint8_t> &buffer) {
-    const Data<Real> data{src, dst, buffer, WhtFactors<Real, firstOrderOfPasses>::one.lanes};
+template <class Real>
+std::vector<Contender> passContenders(int order, const Array<Real> &src, const Array<Real> &dst) {
+    const Data<Real> data{src, dst, allocateBuffer<Real>(order),
+                          WhtFactors<Real, firstOrderOfPasses>::one.lanes};
     return {{"passes",
              [=, passes = passesOf<Real>(order)](std::int64_t times) {
                  for (const Pass<Real> pass : passes)
@@ -112,9 +112,7 @@ passContenders(int order, const Array<Real> &src, const Array<Real> &dst, const 
             contender("copies", [=] { copyAsPassesDo(order, data); })};
 }
 
-template std::vector<Contender> passContenders(int, const Array<float> &, const Array<float> &,
-                                               const Array<std::uint8_t> &);
-template std::vector<Contender> passContenders(int, const Array<double> &, const Array<double> &,
-                                               const Array<std::uint8_t> &);
+template std::vector<Contender> passContenders(int, const Array<float> &, const Array<float> &);
+template std::vector<Contender> passContenders(int, const Array<double> &, const Array<double> &);
 
 } // namespace zrfgen::bench
