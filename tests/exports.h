@@ -7,19 +7,7 @@
 #include <string>
 #include <vector>
 
-enum class Entry {
-    FixedSize,
-    AnySize,
-    WhtOrder,
-    WhtAnyOrder,
-    WhtBufferSize,
-    Dct4GetSize,
-    Dct4Init,
-    Dct4InitAlloc,
-    Dct4,
-    Dct4Free,
-    Version
-};
+enum class Entry { FixedSize, AnySize, WhtOrder, WhtAnyOrder, SizeQuery, Dct4, Version };
 
 struct Export {
     std::string_view name, family;
@@ -43,6 +31,11 @@ struct Export {
     bool isWht() const { return family == "WHT"; }
     bool isComplex() const { return family.ends_with("CToC"); }
     bool takesSize() const { return entry == Entry::AnySize || entry == Entry::WhtAnyOrder; }
+    int leastSize() const { return size != 0 ? size : isWht() ? 1 : 2; }
+    int mostSize() const { return size != 0 ? size : isWht() ? 13 : 64; }
+    bool isOfAllocatedPlan() const {
+        return name.find("Alloc") != name.npos || name.find("Free") != name.npos;
+    }
     std::size_t numberBytes() const { return isSingle ? sizeof(Float32) : sizeof(Float64); }
 
     // How many numbers a DFT, Hartley or Walsh-Hadamard transform computes with, and how many its arrays
@@ -95,13 +88,13 @@ inline const std::vector<Export> &allExports() {
 #define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
     ZRF_FOR_EACH_ORDER(ADD_ORDER, suffix)                                                                    \
     ADD(zrfgWHT_##suffix, "WHT", WhtAnyOrder, suffix, 0)                                                     \
-    ADD(zrfgWHTGetBufferSize_##suffix, "WHT", WhtBufferSize, suffix, 0)
+    ADD(zrfgWHTGetBufferSize_##suffix, "WHT", SizeQuery, suffix, 0)
 #define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \
-    ADD(zrfgDCT4GetSize_##suffix, "DCT4", Dct4GetSize, suffix, 0)                                            \
-    ADD(zrfgDCT4Init_##suffix, "DCT4", Dct4Init, suffix, 0)                                                  \
-    ADD(zrfgDCT4InitAlloc_##suffix, "DCT4", Dct4InitAlloc, suffix, 0)                                        \
+    ADD(zrfgDCT4GetSize_##suffix, "DCT4", SizeQuery, suffix, 0)                                              \
+    ADD(zrfgDCT4Init_##suffix, "DCT4", Dct4, suffix, 0)                                                      \
+    ADD(zrfgDCT4InitAlloc_##suffix, "DCT4", Dct4, suffix, 0)                                                 \
     ADD(zrfgDCT4_##suffix, "DCT4", Dct4, suffix, 0)                                                          \
-    ADD(zrfgDCT4Free_##suffix, "DCT4", Dct4Free, suffix, 0)
+    ADD(zrfgDCT4Free_##suffix, "DCT4", Dct4, suffix, 0)
 #define ZRF_VERSION_QUERY(name) ADD(name, "version", Version, none, 0)
     static const Export table[] = {
 #include <zrfgen/families.inc>

@@ -1,5 +1,5 @@
-// Prints a line for each export, its name and a digest of its results over fixed inputs. The lines are the same
-// for every compiler, optimisation and ABI.
+// Prints a line for each export, its name and a digest of its results over fixed inputs. The lines are the
+// same for every compiler, optimisation and ABI.
 #include "exports.h"
 #include "random.h"
 
@@ -115,21 +115,17 @@ void addTransform(Digest &digest, const Export &entry, int32_t n) {
 }
 
 void addTransforms(Digest &digest, const Export &entry) {
-    const int32_t least = entry.isWht() ? 1 : 2, most = entry.isWht() ? 13 : 64;
+    const int32_t least = entry.leastSize(), most = entry.mostSize();
     double memory[256] = {}; // no call with it is accepted
-    if (!entry.takesSize()) {
-        addTransform(digest, entry, entry.size);
-    } else {
-        for (int32_t n = least; n <= most; ++n)
-            addTransform(digest, entry, n);
+    for (int32_t n = least; n <= most; ++n)
+        addTransform(digest, entry, n);
+    if (entry.takesSize())
         for (const int32_t n : {INT32_MIN, -1, least - 1, most + 1, INT32_MAX})
             digest.add(entry.transform(nullptr, memory, n, 0, nullptr));
-    }
-    const int32_t n = entry.takesSize() ? least : entry.size;
-    digest.add(entry.transform(nullptr, memory, n, 3, nullptr));
-    digest.add(entry.transform(memory, nullptr, n, 3, nullptr));
+    digest.add(entry.transform(nullptr, memory, least, 3, nullptr));
+    digest.add(entry.transform(memory, nullptr, least, 3, nullptr));
     for (const int32_t flag : {INT32_MIN, -1, 0, 3, 5, 16})
-        digest.add(entry.transform(memory, memory + 128, n, flag, nullptr));
+        digest.add(entry.transform(memory, memory + 128, least, flag, nullptr));
 }
 
 void addSizes(Digest &digest, const Export &entry) {
@@ -150,7 +146,7 @@ void addSizes(Digest &digest, const Export &entry) {
 // The DCT-IV by plans in the caller's block or the library's own.
 void addDct4(Digest &digest, const Export &entry) {
     const auto [getSize, init, initAlloc, transform, release] = Dct4Functions(entry.isSingle);
-    const bool isAllocated = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
+    const bool isAllocated = entry.isOfAllocatedPlan();
     Dct4Plan *plan = nullptr;
     for (int32_t length = 2; length <= 16384; length *= 2) {
         int32_t bytes = 0;
@@ -185,14 +181,10 @@ void addVersion(Digest &digest) {
 Digest digestOf(const Export &entry) {
     Digest digest;
     switch (entry.entry) {
-    case Entry::WhtBufferSize:
-    case Entry::Dct4GetSize:
+    case Entry::SizeQuery:
         addSizes(digest, entry);
         break;
-    case Entry::Dct4Init:
-    case Entry::Dct4InitAlloc:
     case Entry::Dct4:
-    case Entry::Dct4Free:
         addDct4(digest, entry);
         break;
     case Entry::Version:

@@ -217,7 +217,7 @@ int32_t chooseFlag(Input &input) {
 }
 
 template <class Real> void fuzzTransform(Input &input, const Export &entry) {
-    const int least = entry.isWht() ? 1 : 2, most = entry.isWht() ? 13 : 64;
+    const int least = entry.leastSize(), most = entry.mostSize();
     int32_t n = entry.size;
     if (entry.takesSize())
         n = input.oneIn(8) ? input.raw<int32_t>() : least - 2 + input.below(most - least + 5);
@@ -324,7 +324,7 @@ void fuzzDct4(Input &input, const Dct4Functions &dct4, int32_t length, int32_t p
 template <class Real> void fuzzPlan(Input &input, const Export &entry) {
     const bool isSingle = sizeof(Real) == 4;
     const Dct4Functions dct4(isSingle);
-    const bool isOwn = entry.entry == Entry::Dct4InitAlloc || entry.entry == Entry::Dct4Free;
+    const bool isOwn = entry.isOfAllocatedPlan();
     const int32_t length = choosePlanLength(input);
     call = std::string(entry.name) + ", length " + std::to_string(length);
     int32_t bytes = 64;
@@ -394,14 +394,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     mostAllocatedBytes = mostPlanBytes;
     const Export &entry = chooseExport(input);
     switch (entry.entry) {
-    case Entry::WhtBufferSize:
-    case Entry::Dct4GetSize:
+    case Entry::SizeQuery:
         fuzzSizeQuery(input, entry);
         break;
-    case Entry::Dct4Init:
-    case Entry::Dct4InitAlloc:
     case Entry::Dct4:
-    case Entry::Dct4Free:
         entry.isSingle ? fuzzPlan<Float32>(input, entry) : fuzzPlan<Float64>(input, entry);
         break;
     case Entry::Version:

@@ -77,16 +77,14 @@ void checkTransform(const Export &entry, Word size, Word offset, Word stackShift
     check(0, size, zrfScaleNone, zrfStatusNullPointer);
     check(dst, size, 3, zrfStatusFlagError);
     if (entry.takesSize())
-        check(dst, 65, zrfScaleNone, zrfStatusSizeError);
+        check(dst, entry.mostSize() + 1, zrfScaleNone, zrfStatusSizeError);
 }
 
 TEST(CallingConvention, KeepsTheCallersStateInTransforms) {
     for (const Export &entry : allExports()) {
         if (entry.entry > Entry::WhtAnyOrder)
             continue;
-        const int least = entry.size ? entry.size : entry.isWht() ? 1 : 2;
-        const int most = entry.size ? entry.size : entry.isWht() ? 13 : 64;
-        for (int size = least; size <= most; ++size)
+        for (int size = entry.leastSize(); size <= entry.mostSize(); ++size)
             for (const Word offset : {std::size_t{0}, entry.numberBytes()})
                 for (const Word stackShift : stackShifts) {
                     checkTransform(entry, size, offset, stackShift, arrays[2]);
