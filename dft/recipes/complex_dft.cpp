@@ -85,8 +85,8 @@ KernelDefinition kernel(int length, Element element, const Target &target) {
             [=, &target](const std::string &words) {
                 const auto blank = hasForms ? words.find(' ') : 0;
                 const Form form = hasForms ? formNamed(words.substr(0, blank)) : Form::PairedLanes;
-                return complexDft(form, parsedDecomposition(words.substr(std::min(blank, words.size()))),
-                                  element, target);
+                const auto decomposition = parsedDecomposition(words.substr(std::min(blank, words.size())));
+                return complexDft(form, ofLength(length, decomposition), element, target);
             },
         .text = kernelText(length, element),
     };

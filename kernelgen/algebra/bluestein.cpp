@@ -42,7 +42,7 @@ Column exchanged(Column column) {
 } // namespace
 
 Column bluesteinTransform(SplitComplex &m, const Decomposition &step, const Column &x) {
-    const Decomposition &longer = step.factors[0];
+    const Decomposition &longer = step.factors[1];
     const int p = step.length, length = longer.length, lanes = m.perVector();
 
     std::vector<ComplexQuad> forward, inverse;

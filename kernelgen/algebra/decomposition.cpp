@@ -1,55 +1,19 @@
 #include "algebra/decomposition.h"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
+#include <string_view>
 #include <utility>
 
 namespace zrfgen::gen {
 
-using Method = Decomposition::Method;
-using Twiddles = Decomposition::Twiddles;
+using enum Decomposition::Method;
 
 namespace {
 
-struct Word {
-    const char *text;
-    Method method;
-    std::size_t factors;
-    Twiddles twiddles = Twiddles::Shortest;
-    bool namesLength = false; // the first argument is the length
-};
-
-const Word words[] = {
-    {"sumDifference", Method::SumDifference, 0, Twiddles::Shortest, true},
-    {"byColumn", Method::ByColumn, 2},
-    {"PF", Method::PrimeFactor, 2},
-    {"PFinside", Method::PrimeFactorInside, 2},
-    {"T", Method::CooleyTukey, 2},
-    {"TP", Method::CooleyTukey, 2, Twiddles::Products},
-    {"TF", Method::CooleyTukey, 2, Twiddles::Folded},
-    {"splitRadix", Method::SplitRadix, 2},
-    {"realLanes", Method::RealLanes, 1},
-    {"realRader", Method::RealRader, 2},
-    {"complexRader", Method::ComplexRader, 2},
-    {"bluestein", Method::Bluestein, 1, Twiddles::Shortest, true},
-};
-
-int lengthOf(Method method, const std::vector<Decomposition> &factors) {
-    switch (method) {
-    case Method::PrimeFactor:
-    case Method::PrimeFactorInside:
-    case Method::CooleyTukey:
-        return factors[0].length * factors[1].length;
-    case Method::SplitRadix:
-        return 2 * factors[0].length;
-    case Method::RealRader:
-    case Method::ComplexRader:
-        return factors[0].length + 1;
-    default:
-        return factors[0].length;
-    }
-}
+const RecipeWord *const words[] = {&PF,        &PFinside,      &T,         &TP,
+                                   &TF,        &splitRadix,    &realLanes, &complexRader,
+                                   &realRader, &sumDifference, &byColumn,  &bluestein};
 
 bool isPrime(int n) {
     for (int divisor = 2; divisor * divisor <= n; ++divisor)
@@ -59,61 +23,79 @@ bool isPrime(int n) {
 }
 
 bool isBlock(const Decomposition &part) {
-    return part.method == Method::Butterfly || part.method == Method::SumDifference ||
-           part.method == Method::RealRader;
+    return part.method == Butterfly || part.method == SumDifference || part.method == RealRader;
+}
+
+bool hasFactors(const Decomposition &d) {
+    const bool takesOne = d.method == SumDifference || d.method == RealLanes;
+    return d.factors.size() == (d.method == Butterfly ? 0 : takesOne ? 1 : 2);
 }
 
 // What is wrong with a decomposition whose factors are sound, or nothing.
-std::string fault(const Decomposition &d) {
+const char *fault(const Decomposition &d) {
+    if (!hasFactors(d))
+        return "takes another number of factors";
+    if (std::ranges::any_of(d.factors, [](const Decomposition &factor) {
+            return factor.method == ComplexRader || factor.method == Bluestein;
+        }))
+        return "a convolution in complex lanes makes whole kernels only";
+    const auto is = [&](int factor, Decomposition::Method method) {
+        return d.factors[factor].method == method;
+    };
     const auto length = [&](int factor) { return d.factors[factor].length; };
-    for (const Decomposition &factor : d.factors)
-        if (factor.method == Method::ComplexRader || factor.method == Method::Bluestein)
-            return "the convolution " + describe(factor) + " makes whole kernels only";
     switch (d.method) {
-    case Method::Butterfly:
-        if (d.length != 2 && d.length != 4 && (d.length < 3 || d.length % 2 == 0))
-            return "there are blocks of 2, of 4 and of odd lengths only";
-        break;
-    case Method::SumDifference:
-        if (d.length != 5)
-            return "only the block of 5 has this form";
-        break;
-    case Method::ByColumn:
-        if (length(0) != length(1) || !isBlock(d.factors[0]) || !isBlock(d.factors[1]))
-            return "two forms of one block are wanted";
-        break;
-    case Method::PrimeFactorInside:
-        if (d.factors[0].method != Method::CooleyTukey || d.factors[0].twiddles == Twiddles::Folded)
+    case Butterfly:
+        return d.length == 2 || d.length == 4 || (d.length > 2 && d.length % 2 == 1)
+                   ? nullptr
+                   : "there are blocks of 2, of 4 and of odd lengths only";
+    case SumDifference:
+        return is(0, Butterfly) && d.length == 5 ? nullptr : "only the block of 5 has this form";
+    case ByColumn:
+        return length(0) == length(1) && isBlock(d.factors[0]) && isBlock(d.factors[1])
+                   ? nullptr
+                   : "takes two forms of one block";
+    case PrimeFactorInside:
+        if (!is(0, CooleyTukey) || d.factors[0].twiddles == Decomposition::Twiddles::Folded)
             return "the first factor must be a Cooley-Tukey step without folded twiddles";
         [[fallthrough]];
-    case Method::PrimeFactor:
-        if (std::gcd(length(0), length(1)) != 1)
-            return "the factors " + std::to_string(length(0)) + " and " + std::to_string(length(1)) +
-                   " are not coprime";
-        break;
-    case Method::CooleyTukey:
-        if (d.twiddles == Twiddles::Folded && d.factors[0] != Decomposition(4))
-            return "twiddles fold into blocks of 4 only";
-        break;
-    case Method::SplitRadix:
-        if (length(0) != 2 * length(1))
-            return "a half of the length and a quarter of it are wanted";
-        break;
-    case Method::RealLanes:
-        break;
-    case Method::RealRader:
-    case Method::ComplexRader:
-        if (length(0) != length(1) || !isPrime(d.length))
-            return "two transforms of a length one below a prime are wanted";
-        break;
-    case Method::Bluestein:
-        if (d.length < 3 || d.length % 2 == 0)
-            return "the chirps are those of odd lengths";
-        if (length(0) < 2 * d.length - 1)
-            return "the convolution needs a length of at least " + std::to_string(2 * d.length - 1);
-        break;
+    case PrimeFactor:
+        return std::gcd(length(0), length(1)) == 1 ? nullptr : "the factors are not coprime";
+    case CooleyTukey:
+        return d.twiddles != Decomposition::Twiddles::Folded || (is(0, Butterfly) && length(0) == 4)
+                   ? nullptr
+                   : "twiddles fold into blocks of 4 only";
+    case SplitRadix:
+        return length(0) == 2 * length(1) ? nullptr : "takes a half of the length and a quarter of it";
+    case RealLanes:
+        return nullptr;
+    case RealRader:
+    case ComplexRader:
+        return length(0) == length(1) && isPrime(d.length)
+                   ? nullptr
+                   : "takes two transforms of a length one below a prime";
+    case Bluestein:
+        return is(0, Butterfly) && d.length % 2 == 1 && length(1) >= 2 * d.length - 1
+                   ? nullptr
+                   : "takes an odd length and a transform of about twice that or more";
     }
-    return "";
+    return nullptr;
+}
+
+int lengthOf(Decomposition::Method method, const std::vector<Decomposition> &factors) {
+    const int first = factors[0].length;
+    switch (method) {
+    case PrimeFactor:
+    case PrimeFactorInside:
+    case CooleyTukey:
+        return first * factors.back().length;
+    case SplitRadix:
+        return 2 * first;
+    case RealRader:
+    case ComplexRader:
+        return first + 1;
+    default:
+        return first;
+    }
 }
 
 [[noreturn]] void refuse(SourceLine line, const std::string &what, const std::string &why) {
@@ -122,176 +104,72 @@ std::string fault(const Decomposition &d) {
     throw DecompositionError(place + what + ": " + why);
 }
 
-Decomposition step(Method method, std::vector<Decomposition> factors, SourceLine line,
-                   Twiddles twiddles = Twiddles::Shortest) {
-    const int length = lengthOf(method, factors);
-    return {method, length, std::move(factors), line, twiddles};
-}
-
 } // namespace
 
-Decomposition::Decomposition(int length, SourceLine line)
-    : Decomposition(Method::Butterfly, length, {}, line) {}
-
-Decomposition::Decomposition(Method method, int length, std::vector<Decomposition> factors, SourceLine line,
-                             Twiddles twiddles)
-    : method(method), length(length), factors(std::move(factors)), twiddles(twiddles) {
-    const std::string why = fault(*this);
-    if (!why.empty())
+Decomposition::Decomposition(int length, SourceLine line) : method(Butterfly), length(length) {
+    if (const char *why = fault(*this))
         refuse(line, describe(*this), why);
 }
 
-Decomposition sumDifference(int length, SourceLine line) {
-    return {Method::SumDifference, length, {}, line};
-}
-
-Decomposition byColumn(Decomposition first, Decomposition others, SourceLine line) {
-    return step(Method::ByColumn, {first, others}, line);
-}
-
-Decomposition PF(Decomposition first, Decomposition second, SourceLine line) {
-    return step(Method::PrimeFactor, {first, second}, line);
-}
-
-Decomposition PFinside(Decomposition outer, Decomposition inner, SourceLine line) {
-    return step(Method::PrimeFactorInside, {outer, inner}, line);
-}
-
-Decomposition T(Decomposition first, Decomposition second, SourceLine line) {
-    return step(Method::CooleyTukey, {first, second}, line);
-}
-
-Decomposition TP(Decomposition first, Decomposition second, SourceLine line) {
-    return step(Method::CooleyTukey, {first, second}, line, Twiddles::Products);
-}
-
-Decomposition TF(Decomposition first, Decomposition second, SourceLine line) {
-    return step(Method::CooleyTukey, {first, second}, line, Twiddles::Folded);
-}
-
-Decomposition splitRadix(Decomposition half, Decomposition quarter, SourceLine line) {
-    return step(Method::SplitRadix, {half, quarter}, line);
-}
-
-Decomposition realLanes(Decomposition decomposition, SourceLine line) {
-    return step(Method::RealLanes, {decomposition}, line);
-}
-
-Decomposition realRader(Decomposition there, Decomposition back, SourceLine line) {
-    return step(Method::RealRader, {there, back}, line);
-}
-
-Decomposition realRader(Decomposition both, SourceLine line) {
-    return realRader(both, both, line);
-}
-
-Decomposition complexRader(Decomposition there, Decomposition back, SourceLine line) {
-    return step(Method::ComplexRader, {there, back}, line);
-}
-
-Decomposition bluestein(int length, Decomposition longer, SourceLine line) {
-    return {Method::Bluestein, length, {longer}, line};
+Decomposition::Decomposition(Method method, Twiddles twiddles, std::vector<Decomposition> parts,
+                             SourceLine line)
+    : method(method), twiddles(twiddles), factors(std::move(parts)), length(lengthOf(method, factors)) {
+    if (method == RealRader && factors.size() == 1)
+        factors.push_back(factors[0]);
+    if (const char *why = fault(*this))
+        refuse(line, describe(*this), why);
 }
 
 Decomposition ofLength(int length, Decomposition decomposition, SourceLine line) {
     if (decomposition.length != length)
-        refuse(line, describe(decomposition),
-               "has length " + std::to_string(decomposition.length) + " in the row of " +
-                   std::to_string(length));
+        refuse(line, describe(decomposition), "is not of length " + std::to_string(length));
     return decomposition;
 }
 
 std::string describe(const Decomposition &decomposition) {
-    const std::string length = std::to_string(decomposition.length);
-    if (decomposition.method == Method::Butterfly)
-        return length;
-    const Word &word = *std::ranges::find_if(words, [&](const Word &other) {
-        return other.method == decomposition.method && other.twiddles == decomposition.twiddles;
+    if (decomposition.method == Butterfly)
+        return std::to_string(decomposition.length);
+    const auto word = std::ranges::find_if(words, [&](const RecipeWord *other) {
+        return other->method == decomposition.method && other->twiddles == decomposition.twiddles;
     });
-    std::string arguments = word.namesLength ? ", " + length : "";
+    std::string arguments;
     for (const Decomposition &factor : decomposition.factors)
-        arguments += ", " + describe(factor);
-    return word.text + ("(" + arguments.substr(2) + ")");
+        arguments += (arguments.empty() ? "" : ", ") + describe(factor);
+    return (*word)->text + ("(" + arguments + ")");
 }
 
 namespace {
 
-class Parser {
-public:
-    explicit Parser(const std::string &text) : text(text) {}
-
-    Decomposition whole() {
-        const Decomposition result = decomposition();
-        if (next != text.size())
-            refuse("'" + text.substr(next) + "' is too much");
-        return result;
-    }
-
-private:
-    Decomposition decomposition() {
-        const std::string name = taken([](unsigned char c) { return std::isalnum(c) != 0; });
-        if (!name.empty() && std::isdigit(static_cast<unsigned char>(name[0])))
-            return {number(name), noLine};
-        const auto word = std::ranges::find(words, name, &Word::text);
-        if (word == std::end(words))
-            refuse("'" + name + "' is no word of a recipe");
-        expect('(');
-        int length = 0;
-        std::vector<Decomposition> factors;
-        if (word->namesLength) {
-            length = number(taken([](unsigned char c) { return std::isdigit(c) != 0; }));
-            if (word->factors > 0)
-                expect(',');
-        }
-        for (std::size_t factor = 0; factor < word->factors; ++factor) {
-            if (factor > 0)
-                expect(',');
-            factors.push_back(decomposition());
-        }
-        expect(')');
-        if (!word->namesLength)
-            length = lengthOf(word->method, factors);
-        return {word->method, length, factors, noLine, word->twiddles};
-    }
-
-    int number(const std::string &digits) const {
-        if (digits.empty() || digits.size() > 4 || digits.find_first_not_of("0123456789") != digits.npos)
-            refuse("'" + digits + "' is no length");
-        return std::stoi(digits);
-    }
-
-    template <class Belongs> std::string taken(Belongs belongs) {
-        skipBlanks();
-        const std::size_t first = next;
-        while (next < text.size() && belongs(text[next]))
-            ++next;
-        const std::string result = text.substr(first, next - first);
-        skipBlanks();
-        return result;
-    }
-
-    void expect(char wanted) {
-        if (next == text.size() || text[next] != wanted)
-            refuse(std::string("'") + wanted + "' is wanted before '" + text.substr(next) + "'");
-        ++next;
-    }
-
-    void skipBlanks() {
-        while (next < text.size() && text[next] == ' ')
-            ++next;
-    }
-
-    [[noreturn]] void refuse(const std::string &why) const { gen::refuse(noLine, text, why); }
-
-    static constexpr SourceLine noLine{};
-    const std::string &text;
-    std::size_t next = 0;
-};
+// Takes a number, or a word and decompositions in brackets, from the text's start.
+Decomposition takeDecomposition(std::string_view &text) {
+    const std::string name(text.substr(0, text.find_first_of("(,)")));
+    text.remove_prefix(name.size());
+    if (!name.empty() && name.size() < 5 && name.find_first_not_of("0123456789") == name.npos)
+        return {std::stoi(name), SourceLine{}};
+    const auto word = std::ranges::find(words, name, &RecipeWord::text);
+    if (word == std::end(words) || text.empty() || text[0] != '(')
+        refuse({}, "'" + name + "'", "neither a length nor a word of recipes with its factors");
+    std::vector<Decomposition> factors;
+    do {
+        text.remove_prefix(1);
+        factors.push_back(takeDecomposition(text));
+    } while (!text.empty() && text[0] == ',');
+    if (text.empty() || text[0] != ')')
+        refuse({}, name + "(...", "the bracket is not closed");
+    text.remove_prefix(1);
+    return {(*word)->method, (*word)->twiddles, factors, {}};
+}
 
 } // namespace
 
 Decomposition parsedDecomposition(const std::string &text) {
-    return Parser(text).whole();
+    std::string words = text;
+    std::erase(words, ' ');
+    std::string_view rest = words;
+    const Decomposition result = takeDecomposition(rest);
+    if (!rest.empty())
+        refuse({}, "'" + std::string(rest) + "'", "nothing may follow a decomposition");
+    return result;
 }
 
 } // namespace zrfgen::gen

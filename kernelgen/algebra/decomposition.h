@@ -43,42 +43,53 @@ struct Decomposition {
         Folded,   // taken into the last additions of the blocks of 4 before them
     };
     Method method;
-    int length;
-    std::vector<Decomposition> factors; // in the order of execution
     Twiddles twiddles = Twiddles::Shortest;
+    std::vector<Decomposition> factors = {}; // in the order of execution
+    int length;
 
     // A bare number in a recipe is a butterfly of that length.
     Decomposition(int length, SourceLine line = SourceLine::current());
-    // Refuses, with a DecompositionError, what no transform can be made of.
-    Decomposition(Method method, int length, std::vector<Decomposition> factors, SourceLine line,
-                  Twiddles twiddles = Twiddles::Shortest);
+    // Refuses, with a DecompositionError, factors that no transform can be made of.
+    Decomposition(Method method, Twiddles twiddles, std::vector<Decomposition> factors, SourceLine line);
 
     friend bool operator==(const Decomposition &, const Decomposition &) = default;
 };
 
-// The words of a recipe. Factors run in the order in which they stand.
-Decomposition sumDifference(int length, SourceLine line = SourceLine::current());
-Decomposition byColumn(Decomposition first, Decomposition others, SourceLine line = SourceLine::current());
-Decomposition PF(Decomposition first, Decomposition second, SourceLine line = SourceLine::current());
-// `outer` is a Cooley-Tukey step.
-Decomposition PFinside(Decomposition outer, Decomposition inner, SourceLine line = SourceLine::current());
-// Cooley-Tukey steps with the shortest twiddles, with products throughout, and with folded twiddles.
-Decomposition T(Decomposition first, Decomposition second, SourceLine line = SourceLine::current());
-Decomposition TP(Decomposition first, Decomposition second, SourceLine line = SourceLine::current());
-Decomposition TF(Decomposition first, Decomposition second, SourceLine line = SourceLine::current());
-// Even elements go through `half`, the two odd classes modulo 4 through `quarter`.
-Decomposition splitRadix(Decomposition half, Decomposition quarter, SourceLine line = SourceLine::current());
-Decomposition realLanes(Decomposition decomposition, SourceLine line = SourceLine::current());
-// Rader's convolution for the prime after the length of the two transforms. A real one goes back through the
-// transpose of `back`.
-Decomposition realRader(Decomposition there, Decomposition back, SourceLine line = SourceLine::current());
-Decomposition realRader(Decomposition both, SourceLine line = SourceLine::current());
-Decomposition complexRader(Decomposition there, Decomposition back, SourceLine line = SourceLine::current());
-// A transform of the length `longer` goes there and back.
-Decomposition bluestein(int length, Decomposition longer, SourceLine line = SourceLine::current());
+// A word of recipes, which makes a decomposition of others.
+struct RecipeWord {
+    const char *text;
+    Decomposition::Method method;
+    Decomposition::Twiddles twiddles = Decomposition::Twiddles::Shortest;
+
+    Decomposition operator()(Decomposition only, SourceLine line = SourceLine::current()) const {
+        return {method, twiddles, {only}, line};
+    }
+    Decomposition operator()(Decomposition first, Decomposition second,
+                             SourceLine line = SourceLine::current()) const {
+        return {method, twiddles, {first, second}, line};
+    }
+};
+
+inline constexpr RecipeWord PF{"PF", Decomposition::Method::PrimeFactor};
+// Of a Cooley-Tukey step and what runs inside it.
+inline constexpr RecipeWord PFinside{"PFinside", Decomposition::Method::PrimeFactorInside};
+inline constexpr RecipeWord T{"T", Decomposition::Method::CooleyTukey};
+inline constexpr RecipeWord TP{"TP", Decomposition::Method::CooleyTukey, Decomposition::Twiddles::Products};
+inline constexpr RecipeWord TF{"TF", Decomposition::Method::CooleyTukey, Decomposition::Twiddles::Folded};
+// Of the half, which takes the even elements, and the quarter, which takes the odd classes modulo 4.
+inline constexpr RecipeWord splitRadix{"splitRadix", Decomposition::Method::SplitRadix};
+inline constexpr RecipeWord realLanes{"realLanes", Decomposition::Method::RealLanes};
+// Of the transforms there and back. A real one goes back through the transpose.
+inline constexpr RecipeWord realRader{"realRader", Decomposition::Method::RealRader};
+inline constexpr RecipeWord complexRader{"complexRader", Decomposition::Method::ComplexRader};
+// Of a block, whose length it takes, and the longer transform that goes there and back.
+inline constexpr RecipeWord bluestein{"bluestein", Decomposition::Method::Bluestein};
+// Of blocks: in another form, and in one form for the first column and in another for the others.
+inline constexpr RecipeWord sumDifference{"sumDifference", Decomposition::Method::SumDifference};
+inline constexpr RecipeWord byColumn{"byColumn", Decomposition::Method::ByColumn};
 
 // A row's decomposition. Refuses, with a DecompositionError, one of another length.
-Decomposition ofLength(int length, Decomposition decomposition, SourceLine line);
+Decomposition ofLength(int length, Decomposition decomposition, SourceLine line = {});
 
 // The decomposition in the words of a recipe: "T(4, PF(3, 2))".
 std::string describe(const Decomposition &decomposition);

@@ -102,8 +102,9 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
         .build = [=] { return (isForward ? forwardRealDft : inverseRealDft)(length, element); },
         .buildBy =
             [=](const std::string &words) {
-                return scalarKernel((isForward ? forwardMap : inverseMap)(parsedDecomposition(words)),
-                                    element);
+                return scalarKernel(
+                    (isForward ? forwardMap : inverseMap)(ofLength(length, parsedDecomposition(words))),
+                    element);
             },
         .text = kernelText("Real" + direction, length, element),
     };
@@ -134,7 +135,7 @@ KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, E
         .build = [=] { return hartley(length, element); },
         .buildBy =
             [=](const std::string &words) {
-                return scalarKernel(hartleyMap(parsedDecomposition(words)), element);
+                return scalarKernel(hartleyMap(ofLength(length, parsedDecomposition(words))), element);
             },
         .text = kernelText("Hartley", length, element),
     };

@@ -162,7 +162,7 @@ TEST(Algebra, RefusesRecipesThatMeanNoTransform) {
     EXPECT_NE(message.find("algebra_test.cpp:" + std::to_string(line) + ": PF(2, 4): the factors"),
               message.npos)
         << message;
-    EXPECT_NE(refusal([] { return LengthRecipe(9, Form::SplitLanes, T(4, 2), T(3, 3)); }).find("row of 9"),
+    EXPECT_NE(refusal([] { return LengthRecipe(9, Form::SplitLanes, T(4, 2), T(3, 3)); }).find("is not of length 9"),
               std::string::npos);
     for (const char *wrong : {"6",
                               "1",
