@@ -56,10 +56,8 @@ KernelText kernelText(int length, Element element) {
     KernelText kernel{
         .header = "vector_kernel.h",
         .type = "Dft" + std::to_string(length) + arrayElement,
-        .isSpecialisation = false,
         .factorsOf = length,
         .element = element,
-        .tellsItsPaths = true,
         .function = "transform",
         .templateParameters = {{"KernelDirection", "direction"}, {"Access", "access"}},
         .parameters = transformParameters(element),

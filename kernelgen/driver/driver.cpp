@@ -101,6 +101,7 @@ private:
         KernelDefinition tried = settled;
         tried.decomposition = recipe;
         tried.build = [&] { return settled.buildBy(recipe); };
+        tried.build(); // refuses a recipe before anything is printed
         std::filesystem::create_directories(directory);
         for (auto [definition, role] : {std::pair{&settled, "settled"}, {&tried, "tried"}}) {
             const auto exported = std::ranges::find(definition->exports, name) - definition->exports.begin();

@@ -33,11 +33,11 @@ std::string factors(const KernelText &kernel) {
 }
 
 std::string typeText(const KernelText &kernel, const std::string &body, bool hasTwoPaths) {
-    std::string result = (kernel.isSpecialisation ? "template <> struct " : "struct ") + kernel.type +
+    std::string result = (kernel.exports.empty() ? "template <> struct " : "struct ") + kernel.type +
                          (kernel.base.empty() ? "" : " : " + kernel.base) + " {\n";
     if (kernel.factorsOf > 0)
         result += factors(kernel);
-    if (kernel.tellsItsPaths)
+    if (!kernel.exports.empty())
         result += std::string("    static constexpr bool hasTwoPaths = ") + (hasTwoPaths ? "true" : "false") +
                   ";\n";
     if (!kernel.templateParameters.empty())
@@ -68,7 +68,7 @@ std::vector<Parameter> transformParameters(Element element) {
 
 std::string text(const KernelText &kernel, const std::string &body, bool hasTwoPaths) {
     const std::string type = typeText(kernel, body, hasTwoPaths);
-    if (kernel.isSpecialisation)
+    if (kernel.exports.empty())
         return type;
     std::string result = "#include \"" + kernel.header + "\"\n\nnamespace zrfgen {\n\nnamespace {\n\n" +
                          type + "\n} // namespace\n\n";

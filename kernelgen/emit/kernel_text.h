@@ -22,14 +22,12 @@ struct KernelText {
         std::vector<std::string> arguments;
     };
 
-    std::string header;         // declares the head, or the template that the type specialises
-    std::string type;           // "Dft15Complex32", or "Block<Float32, 32>"
-    bool isSpecialisation;      // then the file is for the header's own use
-    std::string base = "";      // inherited from
-    int factorsOf = 0;          // the length whose scale factors the type holds, if any
-    Element element;            // of the factors
-    bool tellsItsPaths = false; // the head asks for hasTwoPaths
-    std::string function;       // the static function's name
+    std::string header = ""; // declares the head
+    std::string type;        // "Dft15Complex32"; without exports a specialisation, "BlockStages<Float32, 32>"
+    std::string base = "";   // inherited from
+    int factorsOf = 0;       // the length whose scale factors the type holds, if any
+    Element element;         // of the factors
+    std::string function;    // the static function's name
     std::vector<Parameter> templateParameters;
     std::vector<Parameter> parameters;
     bool isAlwaysInline = true;

@@ -6,33 +6,9 @@ namespace zrfgen::gen {
 
 namespace {
 
-const char *name(Op op) {
-    switch (op) {
-    case Op::Load:
-        return "load";
-    case Op::Constant:
-        return "constant";
-    case Op::Scale:
-        return "scale";
-    case Op::Add:
-        return "add";
-    case Op::Sub:
-        return "sub";
-    case Op::Mul:
-        return "mul";
-    case Op::FlipSigns:
-        return "flip";
-    case Op::Widen:
-        return "widen";
-    case Op::Narrow:
-        return "narrow";
-    case Op::Gather:
-        return "gather";
-    case Op::ByDirection:
-        return "by direction";
-    }
-    return "";
-}
+// In the order of Op.
+const char *const names[] = {"load", "constant", "scale",  "add",    "sub",         "mul",
+                             "flip", "widen",    "narrow", "gather", "by direction"};
 
 std::string list(const std::vector<int> &numbers) {
     std::string text;
@@ -45,7 +21,7 @@ std::string list(const std::vector<int> &numbers) {
 
 std::string dumped(const Graph &graph, NodeId id) {
     const Node &node = graph[id];
-    std::string text = "v" + std::to_string(id) + " = " + name(node.op) +
+    std::string text = "v" + std::to_string(id) + " = " + names[static_cast<int>(node.op)] +
                        (node.type.element == Element::Float32 ? " F32x" : " F64x") +
                        std::to_string(node.type.lanes);
     for (const NodeId operand : node.operands)

@@ -79,7 +79,6 @@ KernelText kernelText(const std::string &kind, int length, Element element) {
     return {
         .header = "real_kernel.h",
         .type = kind + std::to_string(length) + "Float" + bits(element),
-        .isSpecialisation = false,
         .factorsOf = length,
         .element = element,
         .function = "transform",
