@@ -238,14 +238,14 @@ Columns<Model> primeFactorInsideStep(Model &m, const Decomposition &step, const 
 
 // Runs a step over the columns, one vector of them after the other where they fill vectors: the shorter
 // transforms inside are then done with before the next ones begin, and few values wait at a time.
-template <ComplexModel Model, class Step>
-Columns<Model> oneVectorAtATime(Model &m, const Columns<Model> &columns, Step step) {
+template <ComplexModel Model, class Step> Columns<Model>
+oneVectorAtATime(Step run, Model &m, const Decomposition &step, const Columns<Model> &columns) {
     const auto chunk = static_cast<std::size_t>(m.perVector());
     if (columns.size() % chunk != 0)
-        return step(columns);
+        return run(m, step, columns);
     Columns<Model> results;
     for (auto first = columns.begin(); first != columns.end(); first += chunk)
-        for (auto &column : step(Columns<Model>(first, first + chunk)))
+        for (auto &column : run(m, step, Columns<Model>(first, first + chunk)))
             results.push_back(column);
     return results;
 }
@@ -278,17 +278,11 @@ template <ComplexModel Model> Columns<Model> transform(Model &m, const Decomposi
     case ByColumn:
         return byColumnStep(m, decomposition, columns, alike);
     case PrimeFactor:
-        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
-            return primeFactorStep(m, decomposition, chunk);
-        });
+        return oneVectorAtATime(primeFactorStep<Model>, m, decomposition, columns);
     case PrimeFactorInside:
-        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
-            return primeFactorInsideStep(m, decomposition, chunk);
-        });
+        return oneVectorAtATime(primeFactorInsideStep<Model>, m, decomposition, columns);
     case CooleyTukey:
-        return oneVectorAtATime(m, columns, [&](const Columns<Model> &chunk) {
-            return cooleyTukeyStep(m, decomposition, chunk);
-        });
+        return oneVectorAtATime(cooleyTukeyStep<Model>, m, decomposition, columns);
     case SplitRadix:
         if constexpr (!Model::capabilities.sharedVectors)
             return splitRadixStep(m, decomposition, columns);
