@@ -20,25 +20,16 @@ Graph complexDft(Form form, const Decomposition &decomposition, Element element,
     const bool convolves = decomposition.method == Decomposition::Method::ComplexRader ||
                            decomposition.method == Decomposition::Method::Bluestein;
     const InverseBy inverse = convolves ? InverseBy::Constants : InverseBy::Exchange;
-    const Type vector = target.vector(element), scalar{element, 1}, pair{element, 2};
+    const Type vector = target.vector(element);
     Graph graph;
-    switch (form) {
-    case Form::Scalar:
-        build(SplitComplex(graph, scalar, Products::Narrow, inverse), decomposition);
-        break;
-    case Form::WideScalar:
-        build(SplitComplex(graph, scalar, Products::Wide, inverse), decomposition);
-        break;
-    case Form::WidePair:
-        build(InterleavedComplex(graph, pair, Products::Wide, inverse), decomposition);
-        break;
-    case Form::SplitLanes:
-        build(SplitComplex(graph, vector, Products::Narrow, inverse), decomposition);
-        break;
-    case Form::PairedLanes:
-        build(InterleavedComplex(graph, vector, Products::Narrow, inverse), decomposition);
-        break;
-    }
+    if (form == Form::SplitLanes)
+        build(SplitComplex(graph, vector, inverse), decomposition);
+    else if (form == Form::WidePair)
+        build(InterleavedComplex(graph, {element, 2}, Products::Wide, inverse), decomposition);
+    else
+        build(InterleavedComplex(graph, vector, Products::Narrow, inverse,
+                                 form == Form::SplitPairs ? Turns::AfterSums : Turns::InConstants),
+              decomposition);
     return graph;
 }
 

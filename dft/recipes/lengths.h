@@ -9,12 +9,11 @@ namespace zrfgen::gen {
 
 // How a Complex32 kernel holds its values.
 enum class Form {
-    Scalar,      // one real number at a time: the data do not fill vectors
-    WideScalar,  // the same, with the products in Float64 to hold the error down
-    WidePair,    // the same, real and imaginary part side by side: half the conversions
+    WidePair, // one number at a time, parts side by side, with the products in Float64 to hold the error down
     SplitLanes,  // four columns of a stage in the lanes, real and imaginary parts apart
     PairedLanes, // two columns of a stage in a vector, parts side by side: nothing to sort on reading and
                  // writing
+    SplitPairs,  // PairedLanes with the sums of SplitLanes, and so with their bits
 };
 
 // "SplitLanes", and the form of that name. Throws std::invalid_argument if there is none.

@@ -14,8 +14,8 @@ struct Group {
 
 // How many columns in a row may share vectors with one another. Each run of `alike` columns is the same place
 // in as many transforms; where these fill most of a vector, they keep vectors to themselves.
-inline int runOfFullVectors(int total, int perVector, int alike) {
-    return 2 * alike > perVector ? alike : total;
+inline int runOfFullVectors(int total, int together, int alike) {
+    return 2 * alike > together ? alike : total;
 }
 
 // Runs block(values, group) over the columns, as many at a time as the model's vectors hold and no group
@@ -26,17 +26,20 @@ Columns<Model> mapColumns(Model &m, const Columns<Model> &columns, int run, Bloc
     Columns<Model> results(columns.size());
     const int total = static_cast<int>(columns.size());
     for (int first = 0, count; first < total; first += count) {
-        count = std::min({m.perVector(), run - first % run, total - first});
-        Values<Model> values;
-        for (std::size_t row = 0; row < columns[first].size(); ++row) {
-            typename Model::Column elements;
-            for (int column = first; column < first + count; ++column)
-                elements.push_back(columns[column][row]);
-            values.push_back(m.gathered(elements));
+        count = std::min({m.columnsTogether(), run - first % run, total - first});
+        for (int start = 0; start < count; start += m.perVector()) {
+            const Group group{first + start, std::min(m.perVector(), count - start)};
+            Values<Model> values;
+            for (std::size_t row = 0; row < columns[first].size(); ++row) {
+                typename Model::Column elements;
+                for (int column = first; column < first + count; ++column)
+                    elements.push_back(columns[column][row]);
+                values.push_back(m.gathered(elements, start));
+            }
+            for (const auto &value : block(values, group))
+                for (int place = 0; place < group.count; ++place)
+                    results[group.first + place].push_back(Model::element(value, place));
         }
-        for (const auto &value : block(values, Group{first, count}))
-            for (int place = 0; place < count; ++place)
-                results[first + place].push_back(Model::element(value, place));
     }
     return results;
 }

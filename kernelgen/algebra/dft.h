@@ -116,7 +116,7 @@ Columns<Model> twiddled(Model &m, const Columns<Model> &row, int alike, int r, i
             return Values<Model>{rotated(m, x[0], angle(group.first))};
         });
     if constexpr (Model::capabilities.sharedVectors) {
-        const int run = runOfFullVectors(static_cast<int>(row.size()), m.perVector(), alike);
+        const int run = runOfFullVectors(static_cast<int>(row.size()), m.columnsTogether(), alike);
         return mapColumns(m, row, run, [&](const Values<Model> &x, Group group) {
             std::vector<Turn> angles;
             for (int place = 0; place < group.count; ++place)
@@ -236,11 +236,12 @@ Columns<Model> primeFactorInsideStep(Model &m, const Decomposition &step, const 
     return results;
 }
 
-// Runs a step over the columns, one vector of them after the other where they fill vectors: the shorter
-// transforms inside are then done with before the next ones begin, and few values wait at a time.
+// Runs a step over the columns, one vector of them after the other where they fill vectors, or as many
+// vectors as go together: the shorter transforms inside are then done with before the next ones begin, and
+// few values wait at a time.
 template <ComplexModel Model, class Step> Columns<Model>
 oneVectorAtATime(Step run, Model &m, const Decomposition &step, const Columns<Model> &columns) {
-    const auto chunk = static_cast<std::size_t>(m.perVector());
+    const auto chunk = static_cast<std::size_t>(m.columnsTogether());
     if (columns.size() % chunk != 0)
         return run(m, step, columns);
     Columns<Model> results;
@@ -253,7 +254,7 @@ oneVectorAtATime(Step run, Model &m, const Decomposition &step, const Columns<Mo
 // Runs block(values) over all columns, in vectors as full as can be.
 template <ComplexModel Model, class Block>
 Columns<Model> runBlock(Model &m, const Columns<Model> &columns, int alike, Block block) {
-    const int run = runOfFullVectors(static_cast<int>(columns.size()), m.perVector(), alike);
+    const int run = runOfFullVectors(static_cast<int>(columns.size()), m.columnsTogether(), alike);
     return mapColumns(m, columns, run, [&](const Values<Model> &x, Group) { return block(x); });
 }
 

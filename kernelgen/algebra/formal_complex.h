@@ -54,7 +54,8 @@ public:
     }
 
     static int perVector() { return 1; }
-    static Value gathered(const Column &elements) { return elements[0]; }
+    static int columnsTogether() { return 1; }
+    static Value gathered(const Column &elements, int) { return elements[0]; }
     static Element element(const Value &value, int) { return value; }
 
     static bool isReal(const Column &column);

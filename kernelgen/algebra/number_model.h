@@ -55,9 +55,13 @@ concept ComplexModel = LinearModel<Model> &&
     // The product by a positive number, taken at once, and by exp(-2 pi i angle).
     { m.scaled(a, Quad(1)) } -> std::same_as<typename Model::Value>;
     { m.product(a, angle) } -> std::same_as<typename Model::Value>;
-    // How many columns a vector holds, the value of these elements, and the element that stands in one place.
+    // How many columns a vector holds, and how many go together, in one vector or several: a sign waits in
+    // all of them or in none.
     { m.perVector() } -> std::same_as<int>;
-    { m.gathered(column) } -> std::same_as<typename Model::Value>;
+    { m.columnsTogether() } -> std::same_as<int>;
+    // Of elements that go together the value of those from one on, as many as a vector holds, and the element
+    // that stands in one place.
+    { m.gathered(column, 0) } -> std::same_as<typename Model::Value>;
     { Model::element(a, 0) } -> std::same_as<typename Model::Element>;
 };
 

@@ -47,7 +47,7 @@ Real SplitComplex::gathered(const std::vector<Slot> &slots) {
     return {graph.flipSigns(node, graph.constant(type, signs))};
 }
 
-Value SplitComplex::gathered(const Column &elements) {
+Value SplitComplex::gathered(const Column &elements, int) {
     std::vector<Slot> re, im;
     for (const Element &element : elements) {
         re.push_back(element.re);
@@ -141,14 +141,6 @@ void SplitComplex::output(const Column &column) {
             return std::pair{re, im};
         return std::pair{graph.byDirection(re, im), graph.byDirection(im, re)};
     };
-    if (type.lanes == 1) {
-        for (int k = 0; k < length; ++k) {
-            const auto [first, second] = parts(column[k]);
-            graph.store(graph.mul(first, scale), {2 * k});
-            graph.store(graph.mul(second, scale), {2 * k + 1});
-        }
-        return;
-    }
     // Neighbouring lanes of a vector pair fill one interleaved vector: that many complex numbers fit.
     const int perVector = type.lanes / 2;
     std::map<std::tuple<NodeId, NodeId, int>, std::vector<int>> vectors;

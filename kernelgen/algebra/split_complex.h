@@ -1,6 +1,5 @@
 // The number model of split lanes: a stage's columns lie in the lanes of vectors, real and imaginary parts in
-// separate vectors. Multiplying by i costs nothing, and every lane works, whatever the number of lanes. With
-// one lane it is plain scalar arithmetic.
+// separate vectors. Multiplying by i costs nothing, and every lane works, whatever the number of lanes.
 #pragma once
 
 #include "algebra/columns.h"
@@ -36,8 +35,8 @@ public:
 
     static constexpr Capabilities capabilities{.sharedVectors = true, .zeroElements = true};
 
-    SplitComplex(Graph &graph, Type type, Products products, InverseBy inverse)
-        : graph(graph), real(graph, type, products), inverse(inverse) {}
+    SplitComplex(Graph &graph, Type type, InverseBy inverse)
+        : graph(graph), real(graph, type, Products::Narrow), inverse(inverse) {}
 
     Column input(int length) const;
     // Scales and stores the column's element k as element k of the destination.
@@ -68,9 +67,10 @@ public:
 
     // How many columns a vector holds.
     int perVector() const { return real.type().lanes; }
+    int columnsTogether() const { return perVector(); }
 
     // The values of these elements, one in each lane from lane 0 on.
-    Value gathered(const Column &elements);
+    Value gathered(const Column &elements, int = 0);
     // The element that stands in one lane of the value.
     static Element element(const Value &value, int lane) {
         return {{value.re.node, lane, value.re.isNegative}, {value.im.node, lane, value.im.isNegative}};
