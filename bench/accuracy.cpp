@@ -1,6 +1,8 @@
 // zrfaccuracy: writes tables of the transforms' errors beside FFTW's.
 #include "accuracy_table.h"
 
+#include <zrfgen/transforms.h>
+
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -13,7 +15,7 @@ namespace {
 AccuracyTable measured(const char *title, const char *element, const char *family, Planner<float> single,
                        Planner<double> wide) {
     AccuracyTable table{title, element, {}};
-    for (int length = 2; length <= 64; ++length)
+    for (int length = zrfShortestLength; length <= zrfLongestLength; ++length)
         table.rows.push_back({length, measureAccuracy<float>(family, length, single),
                               measureAccuracy<double>(family, length, wide)});
     return table;

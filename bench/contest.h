@@ -60,7 +60,7 @@ template <class Real, class Prepare> Contest contest(const std::string &title, b
 template <class Real>
 Contest contestOfLengths(const std::string &title, const std::string &family, Peers<Real> peers) {
     const char *suffix = family.ends_with("CToC") ? complexSuffix<Real> : realSuffix<Real>;
-    return contest<Real>(title + " " + suffix, false, 2, 64, peers,
+    return contest<Real>(title + " " + suffix, false, zrfShortestLength, zrfLongestLength, peers,
                          [=](int length, const Array<Real> &src, const Array<Real> &dst) {
                              const auto transform =
                                  transformOf(family, length, isSingle<Real>).template as<Export::FixedSize>();

@@ -2,12 +2,10 @@
 // times.
 #include "harness.h"
 #include "kernels.h"
+#include "tests/random.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <random>
-#include <vector>
 
 extern "C" {
 Status ZRF_CALL settled_body(const void *src, void *dst, std::int32_t flag);
@@ -22,13 +20,12 @@ struct alignas(64) Array {
 };
 
 int differences(int inputs) {
-    std::mt19937 random(1);
-    std::uniform_real_distribution<Real> uniform(-1, 1);
+    RandomNumbers random(1);
     int count = 0;
     for (int input = 0; input < inputs; ++input) {
         Array source, settled, tried;
         for (Real &value : source.values)
-            value = uniform(random);
+            value = random.next<Real>();
         settled_body(&source, &settled, zrfScaleBySqrtN);
         tried_body(&source, &tried, zrfScaleBySqrtN);
         count += std::memcmp(&settled, &tried, sizeof settled) != 0;

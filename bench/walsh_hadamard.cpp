@@ -34,7 +34,7 @@ std::vector<Contender> peers(int order, const Array<Real> &src, const Array<Real
 template <class Real>
 Contest contestOfOrders(const std::string &title, int firstOrder, Peers<Real> orderPeers) {
     return contest<Real>(
-        title + " " + realSuffix<Real>, true, firstOrder, 13, orderPeers,
+        title + " " + realSuffix<Real>, true, firstOrder, zrfHighestOrder, orderPeers,
         [](int order, const Array<Real> &src, const Array<Real> &dst) {
             const auto transform = transformOf("WHT", order, isSingle<Real>).template as<Export::WhtOrder>();
             const auto buffer = allocateBuffer<Real>(order);

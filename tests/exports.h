@@ -31,8 +31,8 @@ struct Export {
     bool isWht() const { return family == "WHT"; }
     bool isComplex() const { return family.ends_with("CToC"); }
     bool takesSize() const { return entry == Entry::AnySize || entry == Entry::WhtAnyOrder; }
-    int leastSize() const { return size != 0 ? size : isWht() ? 1 : 2; }
-    int mostSize() const { return size != 0 ? size : isWht() ? 13 : 64; }
+    int leastSize() const { return size != 0 ? size : isWht() ? 1 : zrfShortestLength; }
+    int mostSize() const { return size != 0 ? size : isWht() ? zrfHighestOrder : zrfLongestLength; }
     bool isOfAllocatedPlan() const {
         return name.find("Alloc") != name.npos || name.find("Free") != name.npos;
     }

@@ -284,7 +284,7 @@ bool hasSize(int32_t length, bool isSingle) {
 void fuzzSizeQuery(Input &input, const Export &entry) {
     const bool isWht = entry.isWht();
     const int32_t size = isWht && !input.oneIn(4) ? input.below(16) : choosePlanLength(input);
-    const bool isSize = isWht ? size >= 1 && size <= 13 : hasSize(size, entry.isSingle);
+    const bool isSize = isWht ? size >= 1 && size <= zrfHighestOrder : hasSize(size, entry.isSingle);
     int32_t bytes = -1;
     const bool isNull = input.oneIn(16);
     call = std::string(entry.name) + ", length or order " + std::to_string(size);

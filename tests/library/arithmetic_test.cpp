@@ -172,7 +172,7 @@ template <class Real> List<Real> exchanged(List<Real> list) {
 
 template <class Real> void expectMirroredInverse() {
     const bool isSingle = sizeof(Real) == sizeof(Float32);
-    for (int length = 2; length <= 64; ++length) {
+    for (int length = zrfShortestLength; length <= zrfLongestLength; ++length) {
         const Export &forward = transformOf("DFTFwd_CToC", length, isSingle);
         const Export &inverse = transformOf("DFTInv_CToC", length, isSingle);
         SCOPED_TRACE(forward.name);

@@ -88,7 +88,7 @@ TYPED_TEST(CppFace, GivesTheBitsOfTheCCall) {
     compareAtLength<TypeParam, 2>();
     compareAtLength<TypeParam, 7>();
     compareAtLength<TypeParam, 16>();
-    compareAtLength<TypeParam, 64>();
+    compareAtLength<TypeParam, zrfLongestLength>();
     compareWalshHadamard<TypeParam, 2>();
     compareWalshHadamard<TypeParam, 128>();
     compareWalshHadamard<TypeParam, 256>();
@@ -103,7 +103,7 @@ TYPED_TEST(CppFace, RefusesSizesAtRunTimeAndWritesNothing) {
             << from << " to " << to;
         EXPECT_TRUE(haveSameBits(output, values));
     };
-    for (const std::size_t size : {0, 1, 65})
+    for (const std::size_t size : {0, 1, zrfLongestLength + 1})
         expectRefusal(size, size, hartley);
     if constexpr (sizeof(std::size_t) > sizeof(int32_t)) { // 16 in 32 bits
         const std::size_t large = (std::size_t{1} << 31) * 2 + 16;
@@ -126,13 +126,15 @@ template <class Source, class Destination> constexpr bool compiles(auto face) {
 }
 template <std::size_t N> using Floats = std::array<float, N>;
 using Complex = std::complex<float>;
+constexpr std::size_t tooLong = zrfLongestLength + 1;
 
 static_assert(compiles<Complex[16], std::span<Complex>>(forward) &&
               compiles<Complex[2], Complex[2]>(inverse));
 static_assert(compiles<std::vector<Complex>, std::array<Complex, 8>>(forwardOf<8>));
 static_assert(compiles<std::array<Complex32, 4>, Complex32[4]>(forward));
-static_assert(!compiles<Complex[1], Complex[1]>(forward) && !compiles<Complex[65], Complex[65]>(forward));
-static_assert(!compiles<std::vector<Complex>, std::vector<Complex>>(forwardOf<65>));
+static_assert(!compiles<Complex[1], Complex[1]>(forward) &&
+              !compiles<Complex[tooLong], Complex[tooLong]>(forward));
+static_assert(!compiles<std::vector<Complex>, std::vector<Complex>>(forwardOf<tooLong>));
 static_assert(!compiles<Complex[16], Complex[15]>(inverse) &&
               !compiles<Complex[8], Complex[8]>(forwardOf<16>));
 static_assert(!compiles<Complex[16], Complex[16]>(forwardOf<8>));
@@ -156,7 +158,7 @@ static_assert(!compiles<Floats<18>, Floats<15>>(realInverse<CCS>));
 
 TEST(CppFaceIndices, FindTheBinsOfEachLayout) {
     for (const SpectrumLayout layout : {CCS, Pack, Perm})
-        for (std::size_t N = 2; N <= 64; ++N) {
+        for (std::size_t N = zrfShortestLength; N <= zrfLongestLength; ++N) {
             SCOPED_TRACE(N);
             const std::vector<double> x = randomElements<double>(N);
             std::vector<double> spectrum(zrfgen::spectrumSize(layout, N));
@@ -248,7 +250,7 @@ TEST(CppFaceRows, AreTransformedInPlaceOrRefused) {
 }
 
 TEST(CppFaceErrors, AreThrownWhenAskedFor) {
-    std::vector<float> x(65);
+    std::vector<float> x(tooLong);
     EXPECT_NO_THROW(zrfgen::orThrow(hartley(Floats<2>{}, std::span(x).first<2>())));
     try {
         zrfgen::orThrow(hartley(x, x));
