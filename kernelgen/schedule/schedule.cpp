@@ -161,7 +161,7 @@ Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
                 if (!isConstant(graph, operand))
                     values.push_back(registerOf(graph, operand));
         std::ranges::sort(values);
-        values.erase(std::ranges::unique(values).begin(), values.end());
+        values.erase(std::unique(values.begin(), values.end()), values.end());
         for (const NodeId value : values)
             uses[value].push_back(i);
     }
