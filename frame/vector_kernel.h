@@ -21,9 +21,11 @@ inline Status runOnPath(const void *src, void *dst, std::int32_t flag, More... m
         });
 }
 
-// A routine of its own, so that the aligned path stays compact.
+// A routine of its own, so that the aligned path stays compact. An export's convention and arguments let the
+// export jump to it with no frame of its own left. `used` keeps the compiler from passing them otherwise.
 template <class Kernel, KernelDirection direction, class... More>
-[[gnu::noinline]] Status unalignedPath(const void *src, void *dst, std::int32_t flag, More... more) {
+[[gnu::noinline, gnu::used]] Status ZRF_CALL unalignedPath(const void *src, void *dst, std::int32_t flag,
+                                                           More... more) {
     return runOnPath<Kernel, direction, Access::Unaligned>(src, dst, flag, more...);
 }
 

@@ -54,8 +54,11 @@ std::string exportText(const KernelText &kernel, const KernelText::Export &expor
     parameters.insert(parameters.end(), kernel.moreParameters.begin(), kernel.moreParameters.end());
     std::vector<std::string> arguments = exported.arguments;
     arguments.insert(arguments.begin(), kernel.type);
+    std::string values = "src, dst, flag";
+    for (const Parameter &parameter : kernel.moreParameters)
+        values += ", " + parameter.name;
     return "extern \"C\" Status ZRF_CALL ZRF_BODY(" + exported.name + ")(" + joined(parameters) +
-           ") {\n    return " + exported.head + "<" + joined(arguments) + ">(src, dst, flag);\n}\n\n";
+           ") {\n    return " + exported.head + "<" + joined(arguments) + ">(" + values + ");\n}\n\n";
 }
 
 } // namespace

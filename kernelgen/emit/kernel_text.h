@@ -15,7 +15,7 @@ struct Parameter {
 
 struct KernelText {
     // A function of the library over `src`, `dst` and `flag`. Returns head<type, arguments...>(src, dst,
-    // flag).
+    // flag, more...).
     struct Export {
         std::string name;
         std::string head; // the function template that checks the arguments and runs the kernel

@@ -47,7 +47,11 @@ Graph walshHadamardRows(int rows, bool isLast, Element element, const Target &ta
 
 namespace {
 
+// No order of these reads the buffer. It is passed on all the same, since the unaligned path takes what the
+// export does.
 KernelDefinition smallOrder(int order, Element element, const Target &target) {
+    std::vector<Parameter> parameters = transformParameters(element);
+    parameters.push_back({"std::uint8_t *", ""});
     const std::string n = std::to_string(order), real = "Float" + bits(element);
     const std::string name = "zrfgWHT_" + n + "_" + bits(element) + "f";
     return {
@@ -62,9 +66,9 @@ KernelDefinition smallOrder(int order, Element element, const Target &target) {
                  .element = element,
                  .function = "transform",
                  .templateParameters = {{"KernelDirection", ""}, {"Access", "access"}},
-                 .parameters = transformParameters(element),
+                 .parameters = parameters,
                  .arrayElement = real,
-                 .moreParameters = {{"std::uint8_t *", ""}},
+                 .moreParameters = {{"std::uint8_t *", "buffer"}},
                  .exports = {{name, "runVectorKernel", {"KernelDirection::Both"}}}},
     };
 }
