@@ -29,20 +29,15 @@ struct WorkRows {
     unsigned char *begin() const { return work + offset; }
 };
 
-// A switch over kinds: run<size>() with the size that the kind has in the list, or other() at the kind above
-// all of them. GCC makes a switch of the comparisons only if it inlines them at once.
+// run<size>() with the size that the kind has in the list, or other() at a kind that stands for none of them.
 template <const auto &sizes, std::int32_t first = 1, class Run, class Other>
-[[gnu::always_inline]] inline Status runKind(std::int32_t kind, const Run &run, const Other &other) {
+[[gnu::always_inline]] inline auto runKind(std::int32_t kind, const Run &run, const Other &other) {
     if constexpr (first <= std::ssize(sizes)) {
-        if (kind != first)
-            return runKind<sizes, first + 1>(kind, run, other);
-        run.template operator()<sizes[first - 1]>();
-        return zrfStatusOk;
+        if (kind == first)
+            return run.template operator()<sizes[first - 1]>();
+        return runKind<sizes, first + 1>(kind, run, other);
     } else {
-        if (kind != first)
-            return zrfStatusPlanError;
-        other();
-        return zrfStatusOk;
+        return other();
     }
 }
 
@@ -66,7 +61,10 @@ template <class Element>
 void runColumns(std::int32_t kind, const ListCell *levels, const Points &points, const WorkRows &rows) {
     runKind<inputLengths>(
         kind, [&]<int n>() { runInput<Element, n>(points, rows); },
-        [&] { runLevel<Element>(recordCast<RecursiveSplitNode>(listNth(levels, 0)), points, rows); });
+        [&] {
+            if (kind == splitKind)
+                runLevel<Element>(recordCast<RecursiveSplitNode>(listNth(levels, 0)), points, rows);
+        });
 }
 
 template <class Element, int radix> void runCombine(const SplitCombineNode *combine, const unsigned char *src,
@@ -159,14 +157,32 @@ template <class Element>
         runOutputStage<Element>(recordCast<OutputKernelNode>(listNth(output->stages, 0)), work, dst);
 }
 
-template <class Element> Status transform(const Element *source, Element *destination, const Dct4Plan *plan) {
-    if (plan == nullptr || source == nullptr || destination == nullptr)
+// A plan of a direct length, or with 0 of any other. The export jumps here, having looked at the plan alone:
+// so it needs no frame, and each length has one that suits it. `used` keeps the compiler from passing the
+// arguments in another way than the export gets them.
+template <class Element, int n> [[gnu::noinline, gnu::used]] Status ZRF_CALL runPlan(const Element *source,
+                                                                                     Element *destination,
+                                                                                     const Dct4Plan *plan) {
+    if (source == nullptr || destination == nullptr)
         return zrfStatusNullPointer;
     const auto *src = reinterpret_cast<const unsigned char *>(source);
     auto *dst = reinterpret_cast<unsigned char *>(destination);
+    if constexpr (n > 0)
+        Direct<Element, n>::run(src, dst);
+    else if (plan->kind == twoStageKind)
+        runTwoStages<Element>(plan, src, dst);
+    else
+        return zrfStatusPlanError;
+    return zrfStatusOk;
+}
+
+template <class Element>
+inline Status transform(const Element *source, Element *destination, const Dct4Plan *plan) {
+    if (plan == nullptr)
+        return zrfStatusNullPointer;
     return runKind<directLengths>(
-        plan->kind, [&]<int n>() { Direct<Element, n>::run(src, dst); },
-        [&] { runTwoStages<Element>(plan, src, dst); });
+        plan->kind, [&]<int n>() { return runPlan<Element, n>(source, destination, plan); },
+        [&] { return runPlan<Element, 0>(source, destination, plan); });
 }
 
 } // namespace
