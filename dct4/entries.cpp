@@ -45,6 +45,8 @@ template <class Element> Status initAlloc(Dct4Plan **planOut, std::int32_t lengt
 template <class Element> Status release(Dct4Plan *plan) {
     if (plan == nullptr)
         return zrfStatusNullPointer;
+    if (!isPlanOf<Element>(plan))
+        return zrfStatusPlanError;
     PlanArena *block = plan->header.arena;
     releasePlan<Element>(plan);
     zrfFree(block);

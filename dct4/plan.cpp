@@ -13,7 +13,7 @@ public:
     PlanBuilder(void *block, std::int32_t length) : arena(arenaInit(block)), length(length) {}
 
     Dct4Plan *build() {
-        Dct4Plan *root = take<Dct4Plan>();
+        Dct4Plan *root = take<Dct4Plan>(planType<Element>);
         root->outputStages = listCreate(arena);
         root->inputStages = listCreate(arena);
         root->ownedNodes = listCreate(arena);
@@ -31,11 +31,12 @@ public:
 
 private:
     // A record with nothing but its header.
-    template <class Record> Record *take() {
+    template <class Record> Record *take() { return take<Record>(Record::type); }
+    template <class Record> Record *take(RecordType type) {
         Record *record = new (arenaTake(arena, sizeof(Record))) Record{};
-        record->header.destroy = Record::type;
+        record->header.destroy = type;
         record->header.recordBytes = sizeof(Record);
-        record->header.build = Record::type;
+        record->header.build = type;
         record->header.arena = arena;
         return record;
     }

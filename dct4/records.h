@@ -12,10 +12,13 @@
 
 namespace zrfgen {
 
-// A record's type stands for its operations: function addresses would not fit a word on every machine.
+// A record's type stands for its operations: function addresses would not fit a word on every machine. The
+// root's are those of an element type. A plan is known by them, so they are numbers that other memory hardly
+// holds.
 enum class RecordType : std::int32_t {
-    Dct4Plan,
-    TwiddleSource,
+    Dct4Plan32f = 0x44433332,
+    Dct4Plan64f = 0x44433634,
+    TwiddleSource = 1,
     BlockedTwiddleView,
     OutputStageNode,
     OutputKernelNode,
@@ -197,8 +200,6 @@ struct SplitLeafNode {
 
 // The root, which callers hold a pointer to. Kinds below twoStageKind have neither tables nor work.
 struct Dct4Plan {
-    static constexpr zrfgen::RecordType type = zrfgen::RecordType::Dct4Plan;
-
     zrfgen::NodeHeader header;
     zrfgen::PlanList ownedNodes;   // TwiddleSource, OutputStageNode, InputStageNode
     zrfgen::PlanList outputStages; // OutputStageNode
@@ -216,6 +217,14 @@ static_assert(sizeof(Dct4Plan) == 44 && sizeof(TwiddleSource) == 36 && sizeof(Bl
               sizeof(InputStageNode) == 60 && sizeof(InputKernelNode) == 60 &&
               sizeof(RecursiveSplitNode) == 64 && sizeof(SplitAngleSource) == 24 &&
               sizeof(SplitCombineNode) == 72 && sizeof(SplitLeafNode) == 68);
+
+template <class Element> constexpr RecordType planType = sizeof(Element) == sizeof(Float32)
+                                                             ? RecordType::Dct4Plan32f
+                                                             : RecordType::Dct4Plan64f;
+
+template <class Element> bool isPlanOf(const Dct4Plan *plan) {
+    return plan->header.build == planType<Element>;
+}
 
 // A list's value as the record that it heads.
 template <class Record> Record *recordCast(NodeHeader *header) {

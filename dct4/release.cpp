@@ -45,7 +45,8 @@ void destroySplitCombine(SplitCombineNode *combine) {
 
 void destroyRecord(NodeHeader *record) {
     switch (record->destroy) {
-    case RecordType::Dct4Plan:
+    case RecordType::Dct4Plan32f:
+    case RecordType::Dct4Plan64f:
     case RecordType::TwiddleSource:
     case RecordType::BlockedTwiddleView:
     case RecordType::SplitAngleSource:

@@ -169,7 +169,7 @@ template <class Element, int n> [[gnu::noinline, gnu::used]] Status ZRF_CALL run
     auto *dst = reinterpret_cast<unsigned char *>(destination);
     if constexpr (n > 0)
         Direct<Element, n>::run(src, dst);
-    else if (plan->kind == twoStageKind)
+    else if (isPlanOf<Element>(plan) && plan->kind == twoStageKind)
         runTwoStages<Element>(plan, src, dst);
     else
         return zrfStatusPlanError;
@@ -181,7 +181,8 @@ inline Status transform(const Element *source, Element *destination, const Dct4P
     if (plan == nullptr)
         return zrfStatusNullPointer;
     return runKind<directLengths>(
-        plan->kind, [&]<int n>() { return runPlan<Element, n>(source, destination, plan); },
+        isPlanOf<Element>(plan) ? plan->kind : 0,
+        [&]<int n>() { return runPlan<Element, n>(source, destination, plan); },
         [&] { return runPlan<Element, 0>(source, destination, plan); });
 }
 

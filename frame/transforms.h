@@ -38,7 +38,7 @@ typedef int32_t Status;
 
 enum {
     zrfStatusOk = 0,
-    zrfStatusPlanError = -5,   /* the DCT-IV plan was not made by this library, or was overwritten */
+    zrfStatusPlanError = -5,   /* the DCT-IV plan is none of this element type, or was overwritten */
     zrfStatusSizeError = -6,   /* length or order out of range */
     zrfStatusNullPointer = -8, /* a required pointer is null */
     zrfStatusFlagError = -16   /* the scaling flag is none of the four below */
@@ -177,7 +177,7 @@ typedef struct Dct4Plan Dct4Plan;
  *
  * The lengths N are the powers of two from 2 to 2^26 (Float32) or 2^25 (Float64). 2^k + 1 is accepted as
  * well, from 33 (Float32) or 9 (Float64) up to one above the longest power of two, but a plan of such a
- * length does not compute the sum above.
+ * length does not compute the sum above, and leaves the last element of the destination as it was.
  *
  * zrfgDCT4GetSize_<suffix>(length, sizeOut)
  *     Stores into *sizeOut the bytes that a plan takes. The count wraps around in 32 bits: for 2^30, for
@@ -194,14 +194,17 @@ typedef struct Dct4Plan Dct4Plan;
  *     if length is refused, zrfStatusNullPointer if memory is exhausted, else zrfStatusOk.
  * zrfgDCT4Free_<suffix>(plan)
  *     Releases a plan of zrfgDCT4InitAlloc of the same element type. Returns zrfStatusNullPointer if plan is
- *     null, else zrfStatusOk.
+ *     null, zrfStatusPlanError if it is none of the element type, else zrfStatusOk.
  *
  * zrfgDCT4_<suffix>(source, destination, plan)
  *     Transforms N elements with a plan of the same element type, by the sum above: twice gives N/2 times the
  *     input. The arrays may be the same or two that do not overlap, at any address that suits the element
  *     type. A plan for 64 or more elements has a work table that every call writes, so no two calls may use
  *     it at a time. Returns zrfStatusNullPointer if an argument is null, zrfStatusPlanError if the plan is
- *     none, else zrfStatusOk.
+ *     none of the element type, else zrfStatusOk.
+ *
+ * A plan is known by two words of its head, one for the element type and one for the kind. So a plan of the
+ * other type is caught, and so is other memory as far as these words differ; a released plan is not.
  *
  * A refused call leaves *sizeOut, *planOut, the block and *destination as they were. */
 #define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \

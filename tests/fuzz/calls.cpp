@@ -358,12 +358,17 @@ template <class Real> void fuzzPlan(Input &input, const Export &entry) {
     fuzzDct4<Real>(input, dct4, length, bytes, plan);
     around.requireKeptBut(block, isOwn ? 0 : bytes);
     require(dct4.release(nullptr) == zrfStatusNullPointer, "null is no plan");
+    const Dct4Functions otherType(!isSingle);
+    double number = 1, result = 2;
+    require(otherType.transform(&number, &result, plan) == zrfStatusPlanError && result == 2 &&
+                otherType.release(plan) == zrfStatusPlanError,
+            "a plan is one of its element type alone");
     if (isOwn) {
         require(dct4.release(plan) == zrfStatusOk && allocated == nullptr, "a plan's block is released");
     } else {
         std::memset(block, input.oneIn(2) ? 0 : 0xff, bytes);
-        Real number = 1, result = 2;
-        require(dct4.transform(&number, &result, plan) == zrfStatusPlanError && result == 2,
+        require(dct4.transform(&number, &result, plan) == zrfStatusPlanError && result == 2 &&
+                    dct4.release(plan) == zrfStatusPlanError,
                 "what was overwritten is no plan");
     }
 }
