@@ -136,7 +136,7 @@ NodeId registerOf(const Graph &graph, NodeId id) {
 
 Schedule scheduled(const Graph &graph, const Target &target) {
     std::vector<Schedule> candidates{inOrderOfStores(graph)};
-    for (const std::size_t window : {1, 4, 8, 16, 32, 64, 128})
+    for (const std::size_t window : {1, 4, 8, 16, 32, 64, 128, 256, 512, 4096})
         candidates.push_back(inOrderOfCreation(graph, window));
     const auto cost = [&](const Schedule &schedule) {
         return std::pair{traffic(graph, schedule, target.registers[0]).total(),
