@@ -67,8 +67,9 @@ void runColumns(std::int32_t kind, const ListCell *levels, const Points &points,
         });
 }
 
-template <class Element, int radix> void runCombine(const SplitCombineNode *combine, const unsigned char *src,
-                                                    const WorkRows &rows, std::int32_t vectors) {
+template <class Element, int radix>
+[[gnu::noinline]] void runCombine(const SplitCombineNode *combine, const unsigned char *src,
+                                  const WorkRows &rows, std::int32_t vectors) {
     constexpr LevelPasses passes = levelPasses(radix);
     constexpr std::ptrdiff_t firstBytes = groupBytes * passes.firstGroups(),
                              secondBytes = groupBytes * passes.secondGroups();
