@@ -12,6 +12,8 @@ function(add_library_pair name)
       LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib
       ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
   endforeach()
+  # Addresses that the loader fills in are read-only once it has.
+  target_link_options(${name} PRIVATE LINKER:-z,relro LINKER:-z,now)
   # The libraries find each other wherever the build or the installation is moved.
   set_target_properties(${name} PROPERTIES
     VERSION ${PROJECT_VERSION}
