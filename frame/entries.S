@@ -2,7 +2,15 @@
  * indirect jump through its own slot, padded to 16 bytes, and changes neither arguments nor stack.
  *
  * Each stub and each slot has a section of its own: a linker keeps them in this order, and in a program that
- * takes the static library it can drop those that nothing calls, with the kernels behind them. */
+ * takes the static library it can drop those that nothing calls, with the kernels behind them.
+ *
+ * Where the compiler marks the places that an indirect jump may reach, a stub is marked as well. */
+
+#ifdef __CET__
+#include <cet.h>
+#else
+#define _CET_ENDBR
+#endif
 
 #ifdef __x86_64__
 #define SLOT .quad
@@ -26,14 +34,17 @@ EntrySlotTable: /* the slots follow, in the order of their stubs */
     .hidden name##_body; .Lslot_##name: SLOT name##_body; \
     .section .text.stub.name, "ax", @progbits; .p2align 4; \
     .globl name; .type name, @function; \
-    name: JUMP_THROUGH(.Lslot_##name); .p2align 4, 0xcc; .size name, . - name;
+    name: .cfi_startproc; _CET_ENDBR; JUMP_THROUGH(.Lslot_##name); .p2align 4, 0xcc; .cfi_endproc; \
+    .size name, . - name;
 #include "entries.inc"
 
 #ifndef __x86_64__
     .section .text.stub.programCounterInEax, "ax", @progbits
 programCounterInEax:
+    .cfi_startproc
     movl (%esp), %eax
     ret
+    .cfi_endproc
 #endif
 
     .section .note.GNU-stack, "", @progbits

@@ -2,6 +2,12 @@
 #include "command.h"
 #include "exports.h"
 
+// Of the unwinder, which has no header for it.
+struct UnwindBases {
+    const void *text, *data, *function;
+};
+extern "C" const void *_Unwind_Find_FDE(const void *address, UnwindBases *bases);
+
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -35,22 +41,30 @@ TEST(Surface, NeedsTheCoreLibraryAndSineAndCosineAlone) {
 #endif
     const Lines allowed = {"cos", "sin", "zrfFree", "zrfGetEnabledCpuFeatures", "zrfMalloc"};
     EXPECT_EQ(symbols("--undefined-only"), allowed);
-    bool namesCoreLibrary = false;
-    for (const std::string &line : linesOf(ZRFGEN_READELF " -dW " ZRFGEN_LIBRARY)) {
+    bool namesCoreLibrary = false, bindsAtOnce = false, protectsAddresses = false;
+    for (const std::string &line : linesOf(ZRFGEN_READELF " -dlW " ZRFGEN_LIBRARY)) {
         const auto has = [&](const char *text) { return line.find(text) != std::string::npos; };
         EXPECT_FALSE(has("TEXTREL") || has("libstdc++")) << line;
         namesCoreLibrary |= has("NEEDED") && has("libzrfcore");
+        bindsAtOnce |= has("BIND_NOW");
+        protectsAddresses |= has("GNU_RELRO");
     }
-    EXPECT_TRUE(namesCoreLibrary);
+    EXPECT_TRUE(namesCoreLibrary && bindsAtOnce && protectsAddresses);
 }
 
-// Stubs of 16 bytes side by side in export order; each jumps through the slot of the same position.
+// Stubs of 16 bytes side by side in export order; each jumps through the slot of the same position, and has
+// an unwind entry of its own.
 TEST(Surface, StubsAndSlotsStandInExportOrder) {
+#ifdef __CET__
+    const int mark = 4; // in front, for indirect jumps
+#else
+    const int mark = 0;
+#endif
 #ifdef __x86_64__
-    const int jump = 0, base = 6;
+    const int jump = mark, base = mark + 6;
     const unsigned char code[] = {0xff, 0x25}; // jmp *offset(%rip)
 #else
-    const int jump = 5, base = 5;
+    const int jump = mark + 5, base = jump;
     const unsigned char code[] = {0xff,
                                   0xa0}; // jmp *offset(%eax), behind a call: the program counter, in eax
 #endif
@@ -59,7 +73,10 @@ TEST(Surface, StubsAndSlotsStandInExportOrder) {
         SCOPED_TRACE(entry.name);
         const auto *const address = reinterpret_cast<const unsigned char *>(entry.address);
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(address) % 16, 0u);
-        ASSERT_TRUE(std::equal(code, code + 2, address + jump) && (jump == 0 || *address == 0xe8));
+        ASSERT_TRUE(std::equal(code, code + 2, address + jump));
+        UnwindBases bases = {};
+        EXPECT_NE(_Unwind_Find_FDE(address + jump, &bases), nullptr);
+        EXPECT_EQ(bases.function, address);
         int32_t offset;
         std::memcpy(&offset, address + jump + 2, sizeof offset);
         if (stub != nullptr) {
