@@ -1,6 +1,5 @@
-/* std::uintptr_t probeCall(function, arguments, argumentCount, stackShift): calls the function as the library's
- * callers do, with known contents in the registers that a callee keeps and with the stack shifted down from a
- * 16-byte boundary, and records in callProbe what it leaves in them. */
+/* std::uintptr_t probeCall(function, arguments, argumentCount): calls the function as the library's callers do,
+ * on the stack and with the contents of the registers that callProbe tells, and records there what it leaves. */
 
 #ifdef __x86_64__
 #define WORD 8
@@ -8,7 +7,6 @@
 #define KEPT_BACKWARDS r15, r14, r13, r12, rbp, rbx
 #define STACK %rsp
 #define FUNCTION %rax
-#define SHIFT %rcx
 #define PROBE(offset) offset + callProbe(%rip)
 #else
 #define WORD 4
@@ -16,7 +14,6 @@
 #define KEPT_BACKWARDS edi, esi, ebp, ebx
 #define STACK %esp
 #define FUNCTION %eax
-#define SHIFT %edx
 #define PROBE(offset) offset(%ecx)
 #endif
 /* The members of CallProbe. */
@@ -48,12 +45,9 @@ probeCall:
     mov 20(%esp), FUNCTION
     mov 24(%esp), %esi
     mov 28(%esp), %edi
-    mov 32(%esp), SHIFT
 #endif
     mov STACK, PROBE(CALLER_STACK)
-    and $-16, STACK
-    sub SHIFT, STACK
-    mov STACK, PROBE(STACK_BEFORE)
+    mov PROBE(STACK_BEFORE), STACK
 #ifdef __x86_64__
     mov (%rsi), %rdi
     mov 16(%rsi), %rdx
