@@ -10,19 +10,19 @@
 #include <functional>
 #include <number/quad.h>
 
-// The coefficients by results, then by sources; the scale is 1.
-inline std::vector<std::vector<zrfgen::gen::Quad>> definition(const Export &transform) {
+// The coefficients for n elements by results, then by sources; the scale is 1.
+inline std::vector<std::vector<zrfgen::gen::Quad>> definition(std::string_view family, int n) {
     using namespace zrfgen::gen;
-    const int n = transform.size, count = transform.numbers(n);
-    const bool isFromSpectrum = transform.family.ends_with("ToR");
-    const bool isToSpectrum = transform.family.starts_with("DFTFwd_RTo");
+    const bool isComplex = family.ends_with("CToC"), isFromSpectrum = family.ends_with("ToR");
+    const bool isToSpectrum = family.starts_with("DFTFwd_RTo");
+    const int count = isComplex ? 2 * n : n;
     // All are parts of the complex DFT, in whose arrays a number has this place.
     const auto place = [&](bool isSpectrum, int i) {
-        return transform.isComplex() ? i : isSpectrum ? i + (i > 0) : 2 * i;
+        return isComplex ? i : isSpectrum ? i + (i > 0) : 2 * i;
     };
     std::vector<ComplexQuad> roots;
     for (int k = 0; k < n; ++k)
-        roots.push_back(onCircle({transform.family.starts_with("DFTInv") ? k : -k, n}));
+        roots.push_back(onCircle({family.starts_with("DFTInv") ? k : -k, n}));
     const auto coefficient = [&](int to, int from) {
         const ComplexQuad root = roots[(to / 2) * (from / 2) % n];
         return to % 2 == from % 2 ? root.re : to % 2 == 1 ? root.im : -root.im;
@@ -33,7 +33,7 @@ inline std::vector<std::vector<zrfgen::gen::Quad>> definition(const Export &tran
         for (int j = 0; j < count; ++j) {
             const int to = place(isToSpectrum, k), from = place(isFromSpectrum, j);
             matrix[k][j] = coefficient(to, from);
-            if (transform.family == "Hartley")
+            if (family == "Hartley")
                 matrix[k][j] += coefficient(to, from + 1);
             if (isFromSpectrum && from != 0 && from / 2 * 2 != n) // stands for its mirror image as well
                 matrix[k][j] *= 2;
@@ -44,7 +44,7 @@ inline std::vector<std::vector<zrfgen::gen::Quad>> definition(const Export &tran
 // The largest error of what compute() makes in dst of a 1 at each place of src.
 template <class Real>
 double impulseError(const Export &transform, Real *src, Real *dst, const std::function<void()> &compute) {
-    const auto exact = definition(transform);
+    const auto exact = definition(transform.family, transform.size);
     const int n = transform.size, count = transform.numbers(n);
     std::fill_n(src, transform.srcCount(n), Real(0));
     double largest = 0;
@@ -66,7 +66,7 @@ template <class Real>
 std::vector<double> randomErrors(const Export &transform, Real *src, Real *dst, int vectors,
                                  const std::vector<std::function<void()>> &computations) {
     using zrfgen::gen::Quad;
-    const auto coefficients = definition(transform);
+    const auto coefficients = definition(transform.family, transform.size);
     const int n = transform.size, count = transform.numbers(n);
     std::fill_n(src, transform.srcCount(n), Real(0)); // the zeros of a layout, too
     RandomNumbers random(1);

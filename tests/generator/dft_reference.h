@@ -2,9 +2,10 @@
 #pragma once
 
 #include "graph/evaluate.h"
-#include "tests/random.h"
+#include "tests/definition.h"
 
 #include <cmath>
+#include <numeric>
 
 namespace zrfgen::gen {
 
@@ -14,49 +15,12 @@ inline std::vector<Quad> randomSource(int elements, unsigned seed = 1) {
     return {numbers.begin(), numbers.end()};
 }
 
-// As many sums over the numbers of x, each by its weight(sum, number).
-template <class Weight> std::vector<Quad> weightedSums(const std::vector<Quad> &x, Weight weight) {
-    std::vector<Quad> sums(x.size(), 0);
-    for (std::size_t k = 0; k < x.size(); ++k)
-        for (std::size_t j = 0; j < x.size(); ++j)
-            sums[k] += weight(static_cast<long>(k), static_cast<long>(j)) * x[j];
-    return sums;
-}
-
-// The transform of interleaved complex numbers.
-inline std::vector<Quad> dftReference(const std::vector<Quad> &x, Direction direction) {
-    const long n = std::ssize(x) / 2;
-    std::vector<ComplexQuad> roots;
-    for (long k = 0; k < n; ++k)
-        roots.push_back(onCircle({direction == Direction::Forward ? -k : k, n}));
-    return weightedSums(x, [&](long k, long j) {
-        const ComplexQuad root = roots[(k / 2) * (j / 2) % n];
-        return k % 2 == j % 2 ? root.re : k % 2 == 1 ? root.im : -root.im;
-    });
-}
-
-// Entry i of the spectrum R[0], R[1], I[1], R[2] ... of n real numbers, as the weight of number j in it.
-inline Quad spectrumWeight(long i, long j, long n) {
-    const Turn angle((i + 1) / 2 * j, n);
-    return i > 0 && i % 2 == 0 ? -sine(angle) : cosine(angle);
-}
-
-inline std::vector<Quad> realDftReference(const std::vector<Quad> &x) {
-    return weightedSums(x, [n = std::ssize(x)](long i, long j) { return spectrumWeight(i, j, n); });
-}
-
-// Entries that stand for their mirror image too count twice.
-inline std::vector<Quad> inverseRealDftReference(const std::vector<Quad> &spectrum) {
-    return weightedSums(spectrum, [n = std::ssize(spectrum)](long j, long i) {
-        const bool isSingle = i == 0 || (n % 2 == 0 && i == n - 1);
-        return (isSingle ? 1 : 2) * spectrumWeight(i, j, n);
-    });
-}
-
-inline std::vector<Quad> hartleyReference(const std::vector<Quad> &x) {
-    return weightedSums(x, [n = std::ssize(x)](long k, long j) {
-        return cosine({j * k, n}) + sine({j * k, n});
-    });
+// What a transform of n elements makes of x by its definition.
+inline std::vector<Quad> defined(std::string_view family, int n, const std::vector<Quad> &x) {
+    std::vector<Quad> results;
+    for (const std::vector<Quad> &coefficients : definition(family, n))
+        results.push_back(std::inner_product(x.begin(), x.end(), coefficients.begin(), Quad(0)));
+    return results;
 }
 
 inline double largestDifference(const std::vector<Quad> &a, const std::vector<Quad> &b) {

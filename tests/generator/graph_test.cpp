@@ -43,14 +43,6 @@ TEST(Evaluate, RoundsEveryNativeOperationOnce) {
     EXPECT_FALSE(exact[0] == native[0]);
 }
 
-TEST(Evaluate, ChoosesByDirection) {
-    Graph graph;
-    const NodeId a = graph.load(doubles, {0}), b = graph.load(doubles, {1});
-    graph.store(graph.byDirection(a, b), {0});
-    EXPECT_TRUE(evaluate(graph, Direction::Forward, Precision::Exact, {2, 3}, 1, 1)[0] == 2);
-    EXPECT_TRUE(evaluate(graph, Direction::Inverse, Precision::Exact, {2, 3}, 1, 1)[0] == 3);
-}
-
 } // namespace
 
 } // namespace zrfgen::gen

@@ -140,7 +140,6 @@ static_assert(!compiles<Complex[16], Complex[15]>(inverse) &&
 static_assert(!compiles<Complex[16], Complex[16]>(forwardOf<8>));
 static_assert(!compiles<std::vector<Complex>, Complex[16]>(forwardOf<15>));
 static_assert(!compiles<Complex[16], const Complex[16]>(forward));
-static_assert(!compiles<Complex[16], const std::vector<Complex>>(forward));
 static_assert(!compiles<Complex[16], std::complex<double>[16]>(forward));
 static_assert(!compiles<Floats<16>, Floats<16>>(forward) && !compiles<Complex *, Complex *>(forward));
 static_assert(!compiles<Complex[16], Complex[16]>(hartley) && !compiles<int[8], int[8]>(hartley));
