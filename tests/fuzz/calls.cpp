@@ -1,5 +1,5 @@
-// A fuzz target: every input is a call of one export that is no refusal, or the life of one plan, and all
-// that must be true of it. Results are those that the kernel's graph predicts; arrays, buffers and plans lie
+// A fuzz target: every input is a transform, a size query or the life of one plan, and all that must be true
+// of it. Results are those that the kernel's graph predicts; arrays, buffers and plans lie
 // against pages that must not be touched; what is no result keeps its bytes.
 #include "calls.h"
 #include "dft/recipes/complex_dft.h"
