@@ -14,10 +14,14 @@ namespace {
 // Arithmetic on whole vectors, or on single numbers where there is one lane.
 class Lanes {
 public:
-    Lanes(Graph &graph, Type type) : graph(graph), type(type), real(graph, type, Products::Narrow) {}
+    Lanes(Graph &graph, Type type, int sourceDistance = 1, int destinationDistance = 1)
+        : graph(graph), type(type), real(graph, type, Products::Narrow), sourceDistance(sourceDistance),
+          destinationDistance(destinationDistance) {}
 
-    NodeId load(int vector) { return loadVector(graph, type, vector); }
-    void store(Real value, int vector) { storeVector(graph, real.resolved(value), vector); }
+    NodeId load(int vector) { return loadVector(graph, type, sourceDistance * vector); }
+    void store(Real value, int vector) {
+        storeVector(graph, real.resolved(value), destinationDistance * vector);
+    }
     // The product by cos + i sin, both from a table.
     std::pair<Real, Real> rotated(Real re, Real im, NodeId cosine, NodeId sine) {
         return {real.sub(real.scaled(re, cosine), real.scaled(im, sine)),
@@ -27,6 +31,9 @@ public:
     Graph &graph;
     const Type type;
     RealArithmetic real;
+
+private:
+    const int sourceDistance, destinationDistance; // of vectors, in vectors
 };
 
 // Two numbers at a time are rotated in three steps (I. Daubechies and W. Sweldens, 1998).
@@ -135,7 +142,7 @@ Graph directDct4(int length, Element element) {
 
 Graph inputStage(int n, Element element) {
     Graph graph;
-    Lanes lanes(graph, planVector(element));
+    Lanes lanes(graph, planVector(element), apart, apart);
     std::vector<Real> w;
     for (int i = 0; i < n; ++i)
         w.push_back({i < n / 2 ? lanes.load(i) : reversed(graph, lanes.load(i))});
@@ -147,7 +154,7 @@ Graph inputStage(int n, Element element) {
 
 Graph combiningStage(int radix, Element element) {
     Graph graph;
-    Lanes lanes(graph, planVector(element));
+    Lanes lanes(graph, planVector(element), apart, apart);
     const auto twiddled = [&](const ComplexVector &value, int group) -> ComplexVector {
         const int first = 2 * radix + 2 * group;
         const auto [re, im] = lanes.rotated(value.re, value.im, lanes.load(first), lanes.load(first + 1));
@@ -187,7 +194,7 @@ Graph combiningStage(int radix, Element element) {
 
 Graph outputStage(int radix, Element element) {
     Graph graph;
-    Lanes lanes(graph, planVector(element));
+    Lanes lanes(graph, planVector(element), 1, apart);
     const int width = lanes.type.lanes, vectorsInRow = 2 * radix / width;
     // The rows come with columns in the lanes and leave with s there.
     std::vector<NodeId> columns;
@@ -247,39 +254,40 @@ KernelDefinition direct(int length, Element element) {
 
 KernelDefinition input(int n, Element element) {
     const int lanes = planVector(element).lanes;
-    KernelDefinition definition = stageKernel("Input", n,
-                                              {{"const unsigned char *", "forward"},
-                                               {"const unsigned char *", "backward"},
-                                               {"std::ptrdiff_t", "pitch"},
-                                               {"unsigned char *", "dst"},
-                                               {"std::ptrdiff_t", "rowPitch"}},
-                                              n * lanes, element, [=] { return inputStage(n, element); });
+    KernelDefinition definition =
+        stageKernel("Input", n,
+                    {{"const unsigned char *", "forward"},
+                     {"const unsigned char *", "backward"},
+                     {"std::ptrdiff_t", "pitch"},
+                     {"unsigned char *", "dst"},
+                     {"std::ptrdiff_t", "rowPitch"}},
+                    apart * n * lanes, element, [=] { return inputStage(n, element); });
     definition.arrays.source = {[=](int first) {
-                                    const int i = first / lanes;
+                                    const int i = first / (apart * lanes);
                                     return i < n / 2 ? "forward + " + times(i, "pitch")
                                                      : "backward + " + times(n - 1 - i, "pitch");
                                 },
                                 "Access::UnalignedWhole"};
-    definition.arrays.destination = {[=](int first) { return "dst + " + times(first / lanes, "rowPitch"); },
-                                     "Access::Aligned"};
+    definition.arrays.destination = {
+        [=](int first) { return "dst + " + times(first / (apart * lanes), "rowPitch"); }, "Access::Aligned"};
     return definition;
 }
 
 KernelDefinition combine(int radix, Element element) {
     const int lanes = planVector(element).lanes, firstGroups = levelPasses(radix).firstGroups();
-    KernelDefinition definition =
-        stageKernel("Combine", radix,
-                    {{"const unsigned char *", "src"},
-                     {"std::ptrdiff_t", "srcPitch"},
-                     {"const unsigned char *", "twiddles"},
-                     {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
-                     {"unsigned char *", "lower"},
-                     {"unsigned char *", "upper"},
-                     {"std::ptrdiff_t", "rowPitch"},
-                     {"std::ptrdiff_t", "step"}},
-                    2 * (2 * radix - 1) * lanes, element, [=] { return combiningStage(radix, element); });
+    KernelDefinition definition = stageKernel("Combine", radix,
+                                              {{"const unsigned char *", "src"},
+                                               {"std::ptrdiff_t", "srcPitch"},
+                                               {"const unsigned char *", "twiddles"},
+                                               {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
+                                               {"unsigned char *", "lower"},
+                                               {"unsigned char *", "upper"},
+                                               {"std::ptrdiff_t", "rowPitch"},
+                                               {"std::ptrdiff_t", "step"}},
+                                              apart * 2 * (2 * radix - 1) * lanes, element,
+                                              [=] { return combiningStage(radix, element); });
     definition.arrays.source = {[=](int first) -> std::string {
-                                    const int vector = first / lanes, entry = vector - 2 * radix,
+                                    const int vector = first / (apart * lanes), entry = vector - 2 * radix,
                                               inner = entry - 2 * firstGroups;
                                     if (entry < 0)
                                         return "src + " + times(vector % 2 * radix + vector / 2, "srcPitch");
@@ -289,7 +297,7 @@ KernelDefinition combine(int radix, Element element) {
                                 },
                                 "Access::Aligned"};
     definition.arrays.destination = {[=](int first) {
-                                         const int vector = first / lanes, l = vector / 2;
+                                         const int vector = first / (apart * lanes), l = vector / 2;
                                          const std::string part = vector % 2 == 0 ? "" : " + rowPitch";
                                          return (l < radix / 2 ? "lower + " + times(l, "step")
                                                                : "upper + " + times(radix - 1 - l, "step")) +
@@ -318,7 +326,7 @@ KernelDefinition output(int radix, Element element) {
                                 },
                                 "Access::Aligned"};
     definition.arrays.destination = {[=](int first) {
-                                         const int l = first / lanes;
+                                         const int l = first / (apart * lanes);
                                          return l < radix ? "forward + " + times(l, "step")
                                                           : "backward + " + times(l - radix, "step");
                                      },

@@ -9,6 +9,11 @@ namespace zrfgen::gen {
 // The vectors that plans are laid out for, and so stages work on, on every target.
 Type planVector(Element element);
 
+// Vectors that the text finds each by an address of its own are numbered with a gap behind each, so that no
+// two are taken for neighbours: vector i of the stages' arrays begins at lane apart * i * lanes. The output
+// stage's source has no gaps.
+inline constexpr int apart = 2;
+
 // A whole transform of 2, 4, 8, 16 or 32 elements, one number at a time.
 Graph directDct4(int length, Element element);
 

@@ -1,7 +1,7 @@
 #include "driver/compile.h"
 
 #include "driver/card.h"
-#include "lanes/lower.h"
+#include "pairing/widen.h"
 
 #include <sstream>
 
@@ -10,7 +10,7 @@ namespace zrfgen::gen {
 CompiledKernel compile(const KernelDefinition &definition, const Target &target) {
     CompiledKernel kernel;
     kernel.algebra = definition.build();
-    kernel.graph = lowered(kernel.algebra, target);
+    kernel.graph = inVectors(kernel.algebra, target);
     kernel.schedule = scheduled(kernel.graph, target);
     kernel.text = text(definition.text, emitBody(kernel.graph, kernel.schedule, definition.arrays, target),
                        hasAlignedMoves(kernel.graph, target));

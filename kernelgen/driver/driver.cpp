@@ -5,13 +5,16 @@
 #include "graph/dump.h"
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iostream>
 #include <map>
 #include <set>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace zrfgen::gen {
 
@@ -121,10 +124,11 @@ private:
         std::filesystem::create_directories(directory);
         std::map<std::string, std::string> files;
         std::set<std::string> sources;
-        for (const KernelDefinition &definition : kernels) {
-            files[definition.file] += source(definition, target);
-            if (!definition.exports.empty())
-                sources.insert(definition.file);
+        const std::vector<std::string> texts = allSources();
+        for (std::size_t i = 0; i < kernels.size(); ++i) {
+            files[kernels[i].file] += texts[i];
+            if (!kernels[i].exports.empty())
+                sources.insert(kernels[i].file);
         }
         for (const std::string &name : exports) {
             files["entries.inc"] += "ENTRY(" + name + ")\n";
@@ -138,6 +142,22 @@ private:
         for (const auto &[name, text] : files)
             write(directory, name, text);
         write(directory, "files.cmake", buildList(files, sources));
+    }
+
+    // The text of every kernel, written by as many threads as the machine has.
+    std::vector<std::string> allSources() const {
+        std::vector<std::string> texts(kernels.size());
+        std::atomic<std::size_t> next = 0;
+        const auto work = [&] {
+            for (std::size_t i = next++; i < kernels.size(); i = next++)
+                texts[i] = source(kernels[i], target);
+        };
+        std::vector<std::future<void>> workers;
+        for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
+            workers.push_back(std::async(std::launch::async, work));
+        for (std::future<void> &worker : workers)
+            worker.get();
+        return texts;
     }
 
     // What the build has to know of the generated files.

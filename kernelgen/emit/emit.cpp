@@ -43,6 +43,15 @@ private:
         return node.values[0] == 2 ? "unknownToCompiler(" + number + ")" : number;
     }
 
+    // There may be vectors of several widths.
+    std::string scaleName(Type type) {
+        if (scaleTypes.empty() || scaleTypes.front() == type)
+            scaleTypes = {type};
+        else
+            scaleTypes.push_back(type);
+        return scaleTypes.size() == 1 ? "scale" : "scale" + std::to_string(type.lanes);
+    }
+
     // The name of a constant, declared at the top of the text on first use.
     std::string constant(NodeId id, bool asMask) {
         const auto [name, isNew] =
@@ -53,7 +62,8 @@ private:
         const std::string value = node.op == Op::ByDirection ? byDirection(constant(node.operands[0], asMask),
                                                                            constant(node.operands[1], asMask))
                                                              : constantValue(node, asMask);
-        const std::string declared = node.op == Op::Scale ? "scale" : (asMask ? "s" : "k") + name->second;
+        const std::string declared =
+            node.op == Op::Scale ? scaleName(node.type) : (asMask ? "s" : "k") + name->second;
         addLine(constants, "const " + cType(node.type) + " " + declared + " = " + value);
         return constantNames[{id, asMask}] = declared;
     }
@@ -83,7 +93,8 @@ private:
             return byDirection(operands[0], operands[1]);
         if (node.type.lanes == 1)
             return scalarArithmetic(node, operands);
-        return node.op == Op::Gather ? vectors.shuffle(node, operands) : vectors.arithmetic(node, operands);
+        return node.op == Op::Gather ? vectors.shuffle(graph, node, operands)
+                                     : vectors.arithmetic(node, operands);
     }
 
     std::string scalarArithmetic(const Node &node, const std::vector<std::string> &operands) const {
@@ -143,6 +154,7 @@ private:
     const ArrayTexts &arrays;
     const InstructionSet &vectors;
     std::map<std::pair<NodeId, bool>, std::string> constantNames;
+    std::vector<Type> scaleTypes;
     std::string constants;
 };
 

@@ -52,8 +52,10 @@ std::vector<Quad> evaluate(const Graph &graph, Direction direction, Precision pr
                 lanes[lane] = operand(0)[lane];
                 break;
             case Op::Gather: {
-                const int pick = node.picks[lane];
-                lanes[lane] = pick == idle ? 0 : operand(pick / node.type.lanes)[pick % node.type.lanes];
+                if (node.picks[lane] == idle)
+                    break;
+                const Graph::Place place = graph.placeOf(node.operands, node.picks[lane]);
+                lanes[lane] = operand(place.operand)[place.lane];
                 break;
             }
             case Op::ByDirection:

@@ -1,6 +1,5 @@
 #include "graph/graph.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace zrfgen::gen {
@@ -58,26 +57,37 @@ NodeId Graph::narrow(NodeId a) {
     return intern({Op::Narrow, {Element::Float32, nodes[a].type.lanes}, {a}, {}, {}});
 }
 
+Graph::Place Graph::placeOf(const std::vector<NodeId> &operands, int pick) const {
+    int operand = 0;
+    while (pick >= nodes[operands[operand]].type.lanes)
+        pick -= nodes[operands[operand++]].type.lanes;
+    return {operand, pick};
+}
+
 NodeId Graph::gather(std::vector<NodeId> sources, std::vector<int> picks) {
     const int lanes = static_cast<int>(picks.size());
     // Number the sources in the order in which the lanes first name them, each once.
     std::vector<NodeId> used;
+    int lanesUsed = 0;
+    std::map<NodeId, int> firstLane;
     for (int &pick : picks) {
         if (pick == idle)
             continue;
-        const NodeId source = sources[pick / lanes];
-        const auto place = std::find(used.begin(), used.end(), source);
-        pick = static_cast<int>(place - used.begin()) * lanes + pick % lanes;
-        if (place == used.end())
+        const Place place = placeOf(sources, pick);
+        const NodeId source = sources[place.operand];
+        const auto [first, isNew] = firstLane.try_emplace(source, lanesUsed);
+        if (isNew) {
             used.push_back(source);
+            lanesUsed += nodes[source].type.lanes;
+        }
+        pick = first->second + place.lane;
     }
-    const auto stays = [&](int lane) { return picks[lane] == idle || picks[lane] == lane; };
-    bool isIdentity = true;
+    bool isIdentity = nodes[used[0]].type.lanes == lanes;
     for (int lane = 0; lane < lanes; ++lane)
-        isIdentity = isIdentity && stays(lane);
+        isIdentity = isIdentity && (picks[lane] == idle || picks[lane] == lane);
     if (isIdentity)
         return used[0];
-    return intern({Op::Gather, nodes[used[0]].type, std::move(used), std::move(picks), {}});
+    return intern({Op::Gather, {nodes[used[0]].type.element, lanes}, std::move(used), std::move(picks), {}});
 }
 
 NodeId Graph::byDirection(NodeId forward, NodeId inverse) {
@@ -88,6 +98,25 @@ NodeId Graph::byDirection(NodeId forward, NodeId inverse) {
 
 void Graph::store(NodeId value, std::vector<int> offsets) {
     storeList.push_back({value, std::move(offsets)});
+}
+
+bool isConstant(const Graph &graph, NodeId id) {
+    const Node &node = graph[id];
+    if (node.op == Op::ByDirection)
+        return isConstant(graph, node.operands[0]);
+    return node.op == Op::Constant || node.op == Op::Scale;
+}
+
+bool isFree(const Graph &graph, NodeId id) {
+    const Node &node = graph[id];
+    if (node.op == Op::ByDirection)
+        return true;
+    if (node.op != Op::Gather || graph[node.operands[0]].type.lanes <= node.type.lanes)
+        return false;
+    for (int lane = 0; lane < node.type.lanes; ++lane)
+        if (node.picks[lane] != idle && node.picks[lane] != lane)
+            return false;
+    return true;
 }
 
 std::vector<NodeId> liveNodes(const Graph &graph) {

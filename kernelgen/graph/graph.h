@@ -29,7 +29,7 @@ enum class Op : std::uint8_t {
     FlipSigns,   // a, negated in the lanes where the constant b is -1
     Widen,       // Float32 to Float64
     Narrow,      // Float64 to Float32
-    Gather,      // lane l is lane picks[l] % lanes of operand picks[l] / lanes
+    Gather,      // lane l is lane picks[l] of all operands side by side
     ByDirection, // a in the forward kernel, b in the inverse one
 };
 
@@ -73,6 +73,12 @@ public:
     // A node made elsewhere, over operands of this graph.
     NodeId intern(Node node);
 
+    // Where a Gather of these operands takes what its pick says.
+    struct Place {
+        int operand, lane;
+    };
+    Place placeOf(const std::vector<NodeId> &operands, int pick) const;
+
     const Node &operator[](NodeId id) const { return nodes[id]; }
     const std::vector<Store> &stores() const { return storeList; }
     int size() const { return static_cast<int>(nodes.size()); }
@@ -85,12 +91,20 @@ private:
     std::map<Node, NodeId> known;
 };
 
+// Constants and the scale factor, which come from memory wherever they are used, or a choice among them.
+bool isConstant(const Graph &graph, NodeId id);
+
+// Whether a node stands where its first operand does and costs nothing: the lower half of a vector, or a
+// choice by direction.
+bool isFree(const Graph &graph, NodeId id);
+
 // The nodes that some store depends on, in the order in which they were built.
 std::vector<NodeId> liveNodes(const Graph &graph);
 
 // A copy of the graph in which each live node is what rewrite makes of it: rewrite(copy, node) gets the node
-// with its operands already in the copy and returns its replacement there.
-template <class Rewrite> Graph rewritten(const Graph &graph, Rewrite rewrite) {
+// with its operands already in the copy and returns its replacement there. Likewise store(copy, store).
+template <class Rewrite, class RewriteStore>
+Graph rewritten(const Graph &graph, Rewrite rewrite, RewriteStore rewriteStore) {
     Graph copy;
     std::vector<NodeId> image(graph.size(), noNode);
     for (const NodeId id : liveNodes(graph)) {
@@ -100,7 +114,7 @@ template <class Rewrite> Graph rewritten(const Graph &graph, Rewrite rewrite) {
         image[id] = rewrite(copy, std::move(node));
     }
     for (const Store &store : graph.stores())
-        copy.store(image[store.value], store.offsets);
+        rewriteStore(copy, Store{image[store.value], store.offsets});
     return copy;
 }
 

@@ -45,7 +45,7 @@ Counts count(const Graph &graph, const Target &target) {
             ++counts.conversions;
             break;
         case Op::Gather:
-            ++counts.shuffles;
+            counts.shuffles += !isFree(graph, id);
             break;
         case Op::Constant:
         case Op::Scale:

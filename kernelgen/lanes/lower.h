@@ -6,7 +6,7 @@
 
 namespace zrfgen::gen {
 
-// The same kernel with every load and gather replaced by single instructions of the target.
+// The same kernel with every load, gather and store replaced by single instructions of the target.
 Graph lowered(const Graph &graph, const Target &target);
 
 } // namespace zrfgen::gen

@@ -6,13 +6,6 @@
 
 namespace zrfgen::gen {
 
-bool isConstant(const Graph &graph, NodeId id) {
-    const Node &node = graph[id];
-    if (node.op == Op::ByDirection)
-        return isConstant(graph, node.operands[0]);
-    return node.op == Op::Constant || node.op == Op::Scale;
-}
-
 namespace {
 
 // Work is what stands in the order by itself; loads, shuffles and choices by direction come just before the
@@ -125,9 +118,9 @@ Schedule inOrderOfStores(const Graph &graph) {
     return placement.schedule;
 }
 
-// The nodes whose registers an operand occupies; choosing by direction costs nothing.
+// The node whose register an operand occupies.
 NodeId registerOf(const Graph &graph, NodeId id) {
-    while (graph[id].op == Op::ByDirection)
+    while (isFree(graph, id))
         id = graph[id].operands[0];
     return id;
 }
@@ -156,7 +149,7 @@ Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
         std::vector<NodeId> &values = operands[i];
         if (step.kind == Step::Kind::Store)
             values.push_back(registerOf(graph, graph.stores()[step.index].value));
-        else if (graph[step.index].op != Op::ByDirection)
+        else if (!isFree(graph, step.index))
             for (const NodeId operand : graph[step.index].operands)
                 if (!isConstant(graph, operand))
                     values.push_back(registerOf(graph, operand));
@@ -201,7 +194,8 @@ Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
             }
         }
         const Step &step = schedule[i];
-        if (step.kind == Step::Kind::Compute && graph[step.index].op != Op::ByDirection) {
+        // A value that only the inverse direction uses may have no use here.
+        if (step.kind == Step::Kind::Compute && !isFree(graph, step.index) && !uses[step.index].empty()) {
             take(step.index, {});
             result.most = std::max(result.most, ++live);
         }

@@ -12,10 +12,7 @@ struct Step {
     enum class Kind { Compute, Store } kind;
     int index;
 };
-using Schedule = std::vector<Step>;
-
-// Constants and the scale factor come from memory wherever they are used; they have no place in the order.
-bool isConstant(const Graph &graph, NodeId id);
+using Schedule = std::vector<Step>; // constants have no place in it
 
 // The best of a few orders, by the traffic on the target's registers. Every load stands before the first
 // store, so that source and destination may overlap.

@@ -26,6 +26,8 @@ public:
     // A load or a gather by nodes of which each is one instruction, or one for each of its moves.
     virtual NodeId loweredLoad(Graph &graph, const Node &load) const = 0;
     virtual NodeId loweredGather(Graph &graph, const Node &gather) const = 0;
+    // Stores the same by such stores.
+    virtual void lowerStore(Graph &graph, const Store &store) const = 0;
 
     // The moves between lanes and the elements of an array that such a load or a store takes.
     virtual std::vector<Move> moves(Type type, const std::vector<int> &elements) const = 0;
@@ -39,7 +41,8 @@ public:
     // The scale factor, of which `factor` points to a whole vector.
     virtual std::string scale(Type type) const = 0;
     virtual std::string arithmetic(const Node &node, const std::vector<std::string> &operands) const = 0;
-    virtual std::string shuffle(const Node &gather, const std::vector<std::string> &operands) const = 0;
+    virtual std::string shuffle(const Graph &graph, const Node &gather,
+                                const std::vector<std::string> &operands) const = 0;
     virtual std::string load(Type type, const std::vector<MoveText> &moves) const = 0;
     virtual std::vector<std::string> store(Type type, const std::vector<MoveText> &moves,
                                            const std::string &value) const = 0;

@@ -106,6 +106,10 @@ NodeId Sse3::loweredLoad(Graph &graph, const Node &load) const {
     return gatherPlaces(graph, places);
 }
 
+void Sse3::lowerStore(Graph &graph, const Store &store) const {
+    graph.store(store.value, store.offsets);
+}
+
 std::vector<Move> Sse3::moves(Type type, const std::vector<int> &elements) const {
     const int half = type.lanes / 2, lower = elements[0], upper = elements[half];
     if (isHalf(type) || (lower != idle && upper == lower + half))

@@ -72,7 +72,7 @@ std::string Sse3::arithmetic(const Node &node, const std::vector<std::string> &o
     }
 }
 
-std::string Sse3::shuffle(const Node &gather, const std::vector<std::string> &operands) const {
+std::string Sse3::shuffle(const Graph &, const Node &gather, const std::vector<std::string> &operands) const {
     const auto single = singleShuffle(gather);
     if (!single)
         throw std::logic_error("sse3: a gather that was not lowered");

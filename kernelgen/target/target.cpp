@@ -1,5 +1,7 @@
 #include "target/target.h"
 
+#include "target/avx2.h"
+#include "target/avx512.h"
 #include "target/sse3.h"
 
 #include <algorithm>
@@ -9,8 +11,12 @@ namespace zrfgen::gen {
 
 const std::vector<Target> &targets() {
     static const Sse3 sse3;
+    static const Avx2 avx2;
+    static const Avx512 avx512;
     static const std::vector<Target> all = {
         {"sse3", 16, {16, 8}, {"-msse3"}, "sse3.h", &sse3},
+        {"x86-64-v3", 32, {16, 8}, {"-mavx2"}, "avx2.h", &avx2},
+        {"x86-64-v4", 64, {32, 8}, {"-mavx512f", "-mavx512vl", "-mavx512dq"}, "avx512.h", &avx512},
     };
     return all;
 }

@@ -13,9 +13,18 @@ namespace {
 
 constexpr double exactness = 1e-30;
 
-std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &source, std::size_t elements) {
-    return evaluate(lowered(graph, baseTarget()), Direction::Forward, Precision::Exact, source, 1,
-                    static_cast<int>(elements));
+// Runs a stage whose vectors stand `distance` vectors apart in the source, and `apart` in the destination.
+std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &vectors, std::size_t elements, int lanes,
+                      int distance = apart) {
+    std::vector<Quad> source(distance * vectors.size());
+    for (std::size_t i = 0; i < vectors.size(); ++i)
+        source[i / lanes * lanes * distance + i % lanes] = vectors[i];
+    const auto spread = evaluate(lowered(graph, baseTarget()), Direction::Forward, Precision::Exact, source,
+                                 1, static_cast<int>(apart * elements));
+    std::vector<Quad> result(elements);
+    for (std::size_t i = 0; i < elements; ++i)
+        result[i] = spread[i / lanes * lanes * apart + i % lanes];
+    return result;
 }
 
 template <class Check> void forEachElement(Check check) {
@@ -40,7 +49,7 @@ TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
                             (entry % 2 == 0 ? cosine(angle) : sine(angle)) * w[i * lanes + place];
                     }
                 }
-            const auto result = run(inputStage(n, element), w, w.size());
+            const auto result = run(inputStage(n, element), w, w.size(), lanes);
             EXPECT_LT(largestDifference(result, expected), exactness) << n;
         }
     });
@@ -79,7 +88,7 @@ TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
                         expected[(2 * l + 1) * lanes + lane] += sign * (d * re + c * im);
                     }
                 }
-            const auto result = run(combiningStage(radix, element), source, parts.size());
+            const auto result = run(combiningStage(radix, element), source, parts.size(), lanes);
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -112,7 +121,7 @@ TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
                         expected[l * lanes + s] += realPart(l);
                         expected[(radix + l) * lanes + lanes - 1 - s] += realPart(-l - 1);
                     }
-            const auto result = run(outputStage(radix, element), source, rows.size());
+            const auto result = run(outputStage(radix, element), source, rows.size(), lanes, 1);
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });

@@ -120,7 +120,7 @@ Kernels walshHadamardKernels(const Target &target) {
     Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
         for (int order = 1; order <= highestOrderWithoutBuffer; ++order)
-            kernels.push_back(smallOrder(order, element, target));
+            kernels.push_back(smallOrder(order, element, baseTarget()));
         // The bodies of which the passes of all orders are made.
         std::set<int> blocks;
         std::set<std::pair<int, bool>> rows;
@@ -132,7 +132,7 @@ Kernels walshHadamardKernels(const Target &target) {
             rows.insert({passes.lastRows(order), true});
         }
         for (const int elements : blocks)
-            kernels.push_back(blockStages(elements, element, target));
+            kernels.push_back(blockStages(elements, element, baseTarget()));
         for (const auto &[count, isLast] : rows)
             kernels.push_back(rowStages(count, isLast, element, target));
     }

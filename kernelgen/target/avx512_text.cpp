@@ -1,0 +1,124 @@
+#include "target/avx2_shuffle.h"
+#include "target/avx512.h"
+#include "target/halves.h"
+#include "target/wide_text.h"
+
+#include <algorithm>
+
+namespace zrfgen::gen {
+
+namespace {
+
+// Any lanes of one or two vectors, by their numbers.
+std::string permutation(const Graph &graph, const Node &gather, const std::vector<std::string> &operands) {
+    // In vectors as wide as the widest, into which the others are cast.
+    Type type = gather.type;
+    for (const NodeId operand : gather.operands)
+        type.lanes = std::max(type.lanes, graph[operand].type.lanes);
+    const auto cast = [&](int operand) {
+        std::string value = operands[operand];
+        for (Type from = graph[gather.operands[operand]].type; from.lanes < type.lanes; from.lanes *= 2)
+            value = wide::castUp({type.element, 2 * from.lanes}, value);
+        return value;
+    };
+    std::vector<std::string> numbers;
+    for (int lane = 0; lane < type.lanes; ++lane) {
+        int number = 0;
+        if (lane < gather.type.lanes && gather.picks[lane] != idle) {
+            const Graph::Place place = graph.placeOf(gather.operands, gather.picks[lane]);
+            number = place.operand * type.lanes + place.lane;
+        }
+        if (type.element == Element::Float64)
+            numbers.insert(numbers.end(), {std::to_string(number), "0"});
+        else
+            numbers.push_back(std::to_string(number));
+    }
+    const int bits = 8 * type.lanes * bytes(type.element);
+    const std::string prefix = bits == 128 ? "_mm_" : "_mm" + std::to_string(bits) + "_",
+                      suffix = type.element == Element::Float64 ? "pd" : "ps",
+                      index = wide::call(prefix + "setr_epi32", numbers);
+    std::string result = operands.size() == 2
+                             ? wide::call(prefix + "permutex2var_" + suffix, {cast(0), index, cast(1)})
+                             : wide::call(prefix + "permutexvar_" + suffix, {index, cast(0)});
+    for (; type.lanes > gather.type.lanes; type.lanes /= 2)
+        result = wide::castDown(type, result);
+    return result;
+}
+
+// One half in a vector of its own, or two side by side.
+std::string halvesText(const Graph &graph, const Node &gather, const std::vector<HalfSource> &halves,
+                       const std::vector<std::string> &operands) {
+    const bool isDouble = gather.type.element == Element::Float64;
+    const Type whole{gather.type.element, 64 / bytes(gather.type.element)};
+    const auto isWhole = [&](HalfSource source) {
+        return has64Bytes(graph[gather.operands[source.operand]].type);
+    };
+    const auto value = [&](HalfSource source) {
+        const std::string &operand = operands[source.operand];
+        return isWhole(source) ? operand : wide::castUp(whole, operand);
+    };
+    const HalfSource first = halves[0];
+    if (halves.size() == 1)
+        return first.half == 0 ? wide::castDown(whole, value(first))
+                               : wide::call(isDouble ? "_mm512_extractf64x4_pd" : "_mm512_extractf32x8_ps",
+                                            {value(first), "1"});
+    const HalfSource second = halves[1];
+    if (first.half == 0 && second.half == 0) {
+        const std::string &upper = operands[second.operand];
+        return wide::call(isDouble ? "_mm512_insertf64x4" : "_mm512_insertf32x8",
+                          {value(first), isWhole(second) ? wide::castDown(whole, upper) : upper, "1"});
+    }
+    const int immediate = (first.half == 0 ? 0x4 : 0xe) + 16 * (second.half == 0 ? 0x4 : 0xe);
+    return wide::call(isDouble ? "_mm512_shuffle_f64x2" : "_mm512_shuffle_f32x4",
+                      {value(first), value(second), std::to_string(immediate)});
+}
+
+} // namespace
+
+std::string Avx512::type(Type type) const {
+    return has64Bytes(type) ? wide::type(type) : narrower.type(type);
+}
+
+std::string Avx512::constant(Type type, const std::vector<Quad> &lanes) const {
+    return has64Bytes(type) ? wide::constant(type, lanes) : narrower.constant(type, lanes);
+}
+
+std::string Avx512::signMask(Type type, const std::vector<Quad> &lanes) const {
+    return has64Bytes(type) ? wide::signMask(type, lanes) : narrower.signMask(type, lanes);
+}
+
+std::string Avx512::scale(Type type) const {
+    return has64Bytes(type) ? wide::call(wide::intrinsic("load", type), {"factor"}) : narrower.scale(type);
+}
+
+std::string Avx512::arithmetic(const Node &node, const std::vector<std::string> &operands) const {
+    return has64Bytes(node.type) ? wide::arithmetic(node, operands) : narrower.arithmetic(node, operands);
+}
+
+std::string Avx512::shuffle(const Graph &graph, const Node &gather,
+                            const std::vector<std::string> &operands) const {
+    Type widest = gather.type;
+    for (const NodeId operand : gather.operands)
+        widest.lanes = std::max(widest.lanes, graph[operand].type.lanes);
+    if (has64Bytes(widest)) {
+        if (const auto halves = wholeHalves(graph, gather, 32 / bytes(gather.type.element)))
+            return halvesText(graph, gather, *halves, operands);
+        if (const auto inGroups = shuffleInGroups(graph, gather))
+            return wide::shuffleInGroups(gather.type, *inGroups, operands);
+    } else if (has32Bytes(widest) ? wideShuffle(graph, gather).has_value()
+                                  : singleShuffle(gather).has_value()) {
+        return narrower.shuffle(graph, gather, operands);
+    }
+    return permutation(graph, gather, operands);
+}
+
+std::string Avx512::load(Type type, const std::vector<MoveText> &moves) const {
+    return has64Bytes(type) ? wide::load(type, moves) : narrower.load(type, moves);
+}
+
+std::vector<std::string> Avx512::store(Type type, const std::vector<MoveText> &moves,
+                                       const std::string &value) const {
+    return has64Bytes(type) ? wide::store(moves, value) : narrower.store(type, moves, value);
+}
+
+} // namespace zrfgen::gen
