@@ -1,7 +1,5 @@
-# Runs the generator while the build is configured, since the list of the library's sources is the generator's.
-# Gives the folder `generated`, and from the generator's list there generatedSources, generatedIncludes and
-# targetOptions.
-set(generated ${PROJECT_BINARY_DIR}/generated)
+# Builds the generator and runs it while the build is configured, since the lists of the libraries' sources are the
+# generator's.
 
 function(run_while_configuring what)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE log ERROR_VARIABLE log RESULT_VARIABLE result)
@@ -41,5 +39,14 @@ else()
     ${PROJECT_SOURCE_DIR}/frame/families.inc)
 endif()
 
-run_while_configuring("Generating the kernels" ${kernelgen} emit ${generated})
-include(${generated}/files.cmake)
+# Generates the kernels of a target, unless this generator has done so. Gives the folder `generated`, and from the
+# generator's list there generatedSources, generatedIncludes and targetOptions.
+macro(generate_kernels target folder)
+  set(generated ${folder})
+  if(${kernelgen} IS_NEWER_THAN ${generated}/${target}.stamp)
+    message(STATUS "Generating the kernels of ${target}")
+    run_while_configuring("Generating the kernels of ${target}" ${kernelgen} --target ${target} emit ${generated})
+    file(TOUCH ${generated}/${target}.stamp)
+  endif()
+  include(${generated}/files.cmake)
+endmacro()

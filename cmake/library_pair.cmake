@@ -1,3 +1,14 @@
+# A shared library that finds its like wherever the build or the installation is moved.
+function(set_shared_properties target)
+  set_target_properties(${target} PROPERTIES
+    LINKER_LANGUAGE C # no C++ run time
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    BUILD_WITH_INSTALL_RPATH ON)
+  # Addresses that the loader fills in are read-only once it has.
+  target_link_options(${target} PRIVATE LINKER:-z,relro LINKER:-z,now)
+endfunction()
+
 # What a shared library and its static twin, <name> and <name>_static, have in common. They go to users by one
 # name, zrfgen::<name>.
 function(add_library_pair name)
@@ -12,14 +23,8 @@ function(add_library_pair name)
       LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib
       ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
   endforeach()
-  # Addresses that the loader fills in are read-only once it has.
-  target_link_options(${name} PRIVATE LINKER:-z,relro LINKER:-z,now)
-  # The libraries find each other wherever the build or the installation is moved.
-  set_target_properties(${name} PROPERTIES
-    VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR}
-    INSTALL_RPATH "$ORIGIN"
-    BUILD_WITH_INSTALL_RPATH ON)
+  set_shared_properties(${name})
+  set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
   if(ZRFGEN_USE_STATIC_LIBS)
     add_library(zrfgen::${name} ALIAS ${name}_static)
   else()
@@ -29,4 +34,16 @@ function(add_library_pair name)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
   install(TARGETS ${name}_static EXPORT static
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+endfunction()
+
+# Puts a shared library where the loader looks on machines of the level `machine` before it takes the one called
+# <name>: the dynamic loader of the GNU C library, from version 2.33.
+function(add_to_loader_folder target name machine)
+  set(folder glibc-hwcaps/${machine})
+  set_shared_properties(${target})
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME ${name}
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib/${folder}
+    INSTALL_RPATH "$ORIGIN:$ORIGIN/../..")
+  install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${folder} COMPONENT runtime NAMELINK_SKIP)
 endfunction()

@@ -4,6 +4,7 @@
 #include <zrfgen/transforms.h>
 
 #include <algorithm>
+#include <dlfcn.h>
 #include <string>
 #include <vector>
 
@@ -108,6 +109,13 @@ inline const std::vector<Export> &allExports() {
         return list;
     }();
     return sorted;
+}
+
+// The file of the library that answers: the loader chooses among several.
+inline std::string libraryFile() {
+    Dl_info info{};
+    dladdr(reinterpret_cast<const void *>(zrfgenGetLibVersion), &info);
+    return info.dli_fname;
 }
 
 // The export of a name that there is.

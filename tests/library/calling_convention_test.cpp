@@ -52,8 +52,9 @@ int mostStackBytes(const Export &entry) {
     return sizeof stack; // they are those of another build
 #endif
     const bool isNarrow = sizeof(Word) == 4;
+    static const bool hasWideVectors = libraryFile().find("glibc-hwcaps") != std::string::npos;
     if (entry.isComplex())
-        return isNarrow ? 2720 : 1408;
+        return isNarrow ? 2720 : hasWideVectors ? 2048 : 1408;
     if (entry.family == "DCT4")
         return entry.name.starts_with("zrfgDCT4_") ? 2560 : 1024;
     return entry.isWht() ? 1536 : isNarrow ? 1024 : 768;
