@@ -3,6 +3,7 @@
 
 #include "families.h"
 #include "fftw.h"
+#include "library.h"
 #include "tests/exports.h"
 #include "tests/random.h"
 
@@ -34,23 +35,29 @@ template <class Real> void fill(const Array<Real> &array, int length) {
 template <class Real>
 using Peers = std::vector<Contender> (*)(int size, const Array<Real> &src, const Array<Real> &dst);
 
-// All contenders of a size work on the same two arrays. Ours is the call that prepare(size, src, dst)
-// returns.
+// All contenders of a size work on the same two arrays. Ours is the call that prepare(size, src, dst, of)
+// returns, where of(export) is the export itself, or the same of the base library, which has a column where
+// it is another.
 template <class Real, class Prepare> Contest contest(const std::string &title, bool byOrder, int firstSize,
                                                      int lastSize, Peers<Real> peers, Prepare prepare) {
-    Contest result{title, byOrder, {}, [=](int size) {
-                       const int length = byOrder ? 1 << size : size;
-                       const auto src = allocate<Real>(length), dst = allocate<Real>(length);
-                       std::vector<Contender> contenders = peers(size, src, dst);
-                       fill<Real>(src, length); // after the planning, which overwrites it
-                       const auto call = prepare(size, src, dst);
-                       if (const Status status = call(); status != zrfStatusOk)
-                           throw std::runtime_error("zrfgen refused size " + std::to_string(size) +
-                                                    " with status " + std::to_string(status) +
-                                                    "; run the tests before the benchmark");
-                       contenders.insert(contenders.begin(), contender("zrfgen", call));
-                       return contenders;
-                   }};
+    Contest result{
+        title, byOrder, {}, [=](int size) {
+            const int length = byOrder ? 1 << size : size;
+            const auto src = allocate<Real>(length), dst = allocate<Real>(length);
+            std::vector<Contender> contenders = peers(size, src, dst);
+            fill<Real>(src, length); // after the planning, which overwrites it
+            const auto call = prepare(size, src, dst, [](const Export &entry) { return entry; });
+            if (hasBaseLibraryBeside())
+                contenders.insert(contenders.begin(),
+                                  contender("base", prepare(size, src, dst, [](const Export &entry) {
+                                                return *inBaseLibrary(entry);
+                                            })));
+            if (const Status status = call(); status != zrfStatusOk)
+                throw std::runtime_error("zrfgen refused size " + std::to_string(size) + " with status " +
+                                         std::to_string(status) + "; run the tests before the benchmark");
+            contenders.insert(contenders.begin(), contender("zrfgen", call));
+            return contenders;
+        }};
     for (int size = firstSize; size <= lastSize; ++size)
         result.sizes.push_back(size);
     return result;
@@ -60,12 +67,13 @@ template <class Real, class Prepare> Contest contest(const std::string &title, b
 template <class Real>
 Contest contestOfLengths(const std::string &title, const std::string &family, Peers<Real> peers) {
     const char *suffix = family.ends_with("CToC") ? complexSuffix<Real> : realSuffix<Real>;
-    return contest<Real>(title + " " + suffix, false, zrfShortestLength, zrfLongestLength, peers,
-                         [=](int length, const Array<Real> &src, const Array<Real> &dst) {
-                             const auto transform =
-                                 transformOf(family, length, isSingle<Real>).template as<Export::FixedSize>();
-                             return [=] { return transform(src.get(), dst.get(), zrfScaleNone); };
-                         });
+    return contest<Real>(
+        title + " " + suffix, false, zrfShortestLength, zrfLongestLength, peers,
+        [=](int length, const Array<Real> &src, const Array<Real> &dst, auto of) {
+            const auto transform =
+                of(transformOf(family, length, isSingle<Real>)).template as<Export::FixedSize>();
+            return [=] { return transform(src.get(), dst.get(), zrfScaleNone); };
+        });
 }
 
 } // namespace zrfgen::bench

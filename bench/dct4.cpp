@@ -11,12 +11,13 @@ std::vector<Contender> peers(int order, const Array<Real> &src, const Array<Real
 
 template <class Real> Contest contestOfOrders(const std::string &title, int firstOrder, int lastOrder) {
     return contest<Real>(title + " " + realSuffix<Real>, true, firstOrder, lastOrder, peers<Real>,
-                         [](int order, const Array<Real> &src, const Array<Real> &dst) {
+                         [](int order, const Array<Real> &src, const Array<Real> &dst, auto of) {
                              const Dct4Functions dct4(isSingle<Real>);
                              Dct4Plan *made = nullptr; // still if it cannot be made: the transform refuses it
                              dct4.initAlloc(&made, 1 << order);
                              const std::shared_ptr<Dct4Plan> plan(made, dct4.release);
-                             return [=, transform = dct4.transform] {
+                             const auto name = std::string("zrfgDCT4_") + realSuffix<Real>;
+                             return [=, transform = of(exportNamed(name)).template as<Export::Dct4>()] {
                                  return transform(src.get(), dst.get(), plan.get());
                              };
                          });

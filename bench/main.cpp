@@ -1,6 +1,7 @@
 // zrfbench: times the library's transforms beside other libraries'.
 #include "families.h"
 #include "harness.h"
+#include "library.h"
 #include "options.h"
 #include "report.h"
 
@@ -71,7 +72,7 @@ int main(int argc, char **argv) {
             std::fputs(options.answer.c_str(), stdout);
         else {
             const LibraryVersion *const version = zrfgenGetLibVersion();
-            std::printf("%s %s\n", version->libraryName, version->versionText);
+            std::printf("%s %s, %s\n", version->libraryName, version->versionText, libraryFile().c_str());
             run(options);
         }
         return 0;
