@@ -36,8 +36,7 @@ template <class Real>
 using Peers = std::vector<Contender> (*)(int size, const Array<Real> &src, const Array<Real> &dst);
 
 // All contenders of a size work on the same two arrays. Ours is the call that prepare(size, src, dst, of)
-// returns, where of(export) is the export itself, or the same of the base library, which has a column where
-// it is another.
+// returns, where of(export) is the export itself, or the same of another library that this machine runs.
 template <class Real, class Prepare> Contest contest(const std::string &title, bool byOrder, int firstSize,
                                                      int lastSize, Peers<Real> peers, Prepare prepare) {
     Contest result{
@@ -47,10 +46,10 @@ template <class Real, class Prepare> Contest contest(const std::string &title, b
             std::vector<Contender> contenders = peers(size, src, dst);
             fill<Real>(src, length); // after the planning, which overwrites it
             const auto call = prepare(size, src, dst, [](const Export &entry) { return entry; });
-            if (hasBaseLibraryBeside())
+            for (const OtherLibrary &library : otherLibraries())
                 contenders.insert(contenders.begin(),
-                                  contender("base", prepare(size, src, dst, [](const Export &entry) {
-                                                return *inBaseLibrary(entry);
+                                  contender(library.target, prepare(size, src, dst, [&](const Export &entry) {
+                                                return library.the(entry);
                                             })));
             if (const Status status = call(); status != zrfStatusOk)
                 throw std::runtime_error("zrfgen refused size " + std::to_string(size) + " with status " +

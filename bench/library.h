@@ -1,14 +1,24 @@
-// The base library, to time beside the one that the loader chose for this machine.
+// The libraries for other machines that this one runs too, to time beside the one that the loader chose.
 #pragma once
 
 #include "tests/exports.h"
 
-#include <optional>
+#include <string>
+#include <vector>
 
 namespace zrfgen::bench {
 
-// The same export of the base library; none if that is the one the program is linked with.
-std::optional<Export> inBaseLibrary(const Export &entry);
-bool hasBaseLibraryBeside();
+struct OtherLibrary {
+    std::string target;
+    void *handle; // of the loader
+
+    // The same export there.
+    Export the(const Export &entry) const;
+};
+
+const std::vector<OtherLibrary> &otherLibraries();
+
+// Whether the chosen one is the base library.
+bool isBaseLibrary();
 
 } // namespace zrfgen::bench

@@ -48,7 +48,7 @@ Contest contestOfOrders(const std::string &title, int firstOrder, Peers<Real> or
 std::vector<Contest> walshHadamardContests() {
     std::vector<Contest> contests = {contestOfOrders<float>("Walsh-Hadamard", 1, peers<float>),
                                      contestOfOrders<double>("Walsh-Hadamard", 1, peers<double>)};
-    if (!hasBaseLibraryBeside()) { // whose passes these are
+    if (isBaseLibrary()) { // whose passes these are
         contests.push_back(
             contestOfOrders<float>("Walsh-Hadamard passes", firstOrderOfPasses, passContenders<float>));
         contests.push_back(
