@@ -17,6 +17,10 @@ struct Type {
     friend auto operator<=>(const Type &, const Type &) = default;
 };
 
+constexpr int bytes(Type type) {
+    return type.lanes * bytes(type.element);
+}
+
 enum class Direction : std::uint8_t { Forward, Inverse };
 
 enum class Op : std::uint8_t {

@@ -25,7 +25,7 @@ bool isCommutative(Op op) {
 
 } // namespace
 
-Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int bytes, int shuffleCost)
+Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int widest, int shuffleCost)
     : graph(graph), instructions(instructions), shuffleCost(shuffleCost), mates(graph.size(), noNode),
       lower(graph.size(), true), exchanged(graph.size()), constant(graph.size()), classOf(graph.size(), -1),
       levels(graph.size()), narrowUses(graph.size()), storeOf(graph.size(), -1), classes(1),
@@ -49,8 +49,8 @@ Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int byt
         if (node.op == Op::Load)
             continue;
         allOperations.push_back(id);
-        const int width = node.type.lanes * zrfgen::gen::bytes(node.type.element);
-        if (width < 16 || 2 * width > bytes || node.op == Op::Widen || node.op == Op::Narrow)
+        const int width = bytes(node.type);
+        if (width < 16 || 2 * width > widest || node.op == Op::Widen || node.op == Op::Narrow)
             continue;
         if (isCommutative(node.op))
             std::ranges::sort(kinds);

@@ -20,8 +20,8 @@ namespace zrfgen::gen {
 // Narrow operations read lower halves where they are, and upper ones after one extraction.
 class Pairing {
 public:
-    // For vectors of up to `bytes`; a shuffle costs as much as `shuffleCost` halves of an operation.
-    Pairing(const Graph &graph, const InstructionSet &instructions, int bytes, int shuffleCost);
+    // For vectors of up to `widest` bytes; a shuffle costs as much as `shuffleCost` halves of an operation.
+    Pairing(const Graph &graph, const InstructionSet &instructions, int widest, int shuffleCost);
 
     // Whether any two operations could stand side by side.
     bool isPossible() const;

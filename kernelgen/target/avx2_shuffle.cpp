@@ -30,7 +30,7 @@ std::optional<UnitOrder> asUnits(const Graph &graph, const Node &gather) {
 std::optional<WideShuffle> wideShuffle(const Graph &graph, const Node &gather) {
     if (auto halves = wholeHalves(graph, gather, 16 / bytes(gather.type.element)))
         return std::move(*halves);
-    if (!has32Bytes(gather.type))
+    if (bytes(gather.type) != 32)
         return {};
     if (auto shuffle = shuffleInGroups(graph, gather))
         return std::move(*shuffle);

@@ -9,10 +9,6 @@
 
 namespace zrfgen::gen {
 
-inline bool has32Bytes(Type type) {
-    return type.lanes * bytes(type.element) == 32;
-}
-
 // The units of 8 bytes of one vector in another order.
 struct UnitOrder {
     std::array<int, 4> units;

@@ -1,8 +1,6 @@
 #include "target/avx2.h"
 #include "target/avx2_shuffle.h"
-#include "target/wide_text.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace zrfgen::gen {
@@ -12,7 +10,7 @@ namespace {
 std::string halvesText(const Graph &graph, const Node &gather, const std::vector<HalfSource> &halves,
                        const std::vector<std::string> &operands) {
     const auto isWhole = [&](HalfSource source) {
-        return has32Bytes(graph[gather.operands[source.operand]].type);
+        return bytes(graph[gather.operands[source.operand]].type) == 32;
     };
     const HalfSource first = halves[0];
     const std::string &lower = operands[first.operand];
@@ -48,31 +46,9 @@ std::string unitsText(Type type, const UnitOrder &order, const std::string &oper
 
 } // namespace
 
-std::string Avx2::type(Type type) const {
-    return has32Bytes(type) ? wide::type(type) : narrower.type(type);
-}
-
-std::string Avx2::constant(Type type, const std::vector<Quad> &lanes) const {
-    return has32Bytes(type) ? wide::constant(type, lanes) : narrower.constant(type, lanes);
-}
-
-std::string Avx2::signMask(Type type, const std::vector<Quad> &lanes) const {
-    return has32Bytes(type) ? wide::signMask(type, lanes) : narrower.signMask(type, lanes);
-}
-
-std::string Avx2::scale(Type type) const {
-    return has32Bytes(type) ? wide::call(wide::intrinsic("load", type), {"factor"}) : narrower.scale(type);
-}
-
-std::string Avx2::arithmetic(const Node &node, const std::vector<std::string> &operands) const {
-    return has32Bytes(node.type) ? wide::arithmetic(node, operands) : narrower.arithmetic(node, operands);
-}
-
 std::string Avx2::shuffle(const Graph &graph, const Node &gather,
                           const std::vector<std::string> &operands) const {
-    if (!has32Bytes(gather.type) && std::ranges::none_of(gather.operands, [&](NodeId operand) {
-            return has32Bytes(graph[operand].type);
-        }))
+    if (!hasWide(graph, gather))
         return narrower.shuffle(graph, gather, operands);
     const auto shuffle = wideShuffle(graph, gather);
     if (!shuffle)
@@ -82,16 +58,6 @@ std::string Avx2::shuffle(const Graph &graph, const Node &gather,
     if (const auto *inGroups = std::get_if<Shuffle>(&*shuffle))
         return wide::shuffleInGroups(gather.type, *inGroups, operands);
     return unitsText(gather.type, std::get<UnitOrder>(*shuffle), operands[0]);
-}
-
-std::string Avx2::load(Type type, const std::vector<MoveText> &moves) const {
-    return has32Bytes(type) ? wide::load(type, moves) : narrower.load(type, wide::wholeFromAnywhere(moves));
-}
-
-std::vector<std::string> Avx2::store(Type type, const std::vector<MoveText> &moves,
-                                     const std::string &value) const {
-    return has32Bytes(type) ? wide::store(moves, value)
-                            : narrower.store(type, wide::wholeFromAnywhere(moves), value);
 }
 
 } // namespace zrfgen::gen

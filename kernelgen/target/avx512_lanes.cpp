@@ -1,15 +1,10 @@
 #include "target/avx512.h"
-#include "target/halves.h"
 
 namespace zrfgen::gen {
 
-NodeId Avx512::loweredLoad(Graph &graph, const Node &load) const {
-    return has64Bytes(load.type) ? loadedByHalves(graph, load, *this) : narrower.loweredLoad(graph, load);
-}
-
 NodeId Avx512::loweredGather(Graph &graph, const Node &gather) const {
     const auto width = [&](NodeId node) { return graph[node].type.lanes; };
-    if (gather.type.lanes * bytes(gather.type.element) < 16)
+    if (bytes(gather.type) < 16)
         return narrower.loweredGather(graph, gather);
     if (gather.operands.size() <= 2)
         return graph.intern(gather);
@@ -29,15 +24,6 @@ NodeId Avx512::loweredGather(Graph &graph, const Node &gather) const {
     operands[0] = loweredGather(
         graph, {Op::Gather, gather.type, {gather.operands[0], gather.operands[1]}, std::move(first), {}});
     return loweredGather(graph, {Op::Gather, gather.type, std::move(operands), std::move(picks), {}});
-}
-
-void Avx512::lowerStore(Graph &graph, const Store &store) const {
-    const bool isNarrow = !has64Bytes(graph[store.value].type);
-    isNarrow ? narrower.lowerStore(graph, store) : storeByHalves(graph, store, *this);
-}
-
-std::vector<Move> Avx512::moves(Type type, const std::vector<int> &elements) const {
-    return has64Bytes(type) ? movesOfHalves(type, elements) : narrower.moves(type, elements);
 }
 
 } // namespace zrfgen::gen

@@ -1,7 +1,6 @@
 #include "target/avx2_shuffle.h"
 #include "target/avx512.h"
 #include "target/halves.h"
-#include "target/wide_text.h"
 
 #include <algorithm>
 
@@ -33,7 +32,7 @@ std::string permutation(const Graph &graph, const Node &gather, const std::vecto
         else
             numbers.push_back(std::to_string(number));
     }
-    const int bits = 8 * type.lanes * bytes(type.element);
+    const int bits = 8 * bytes(type);
     const std::string prefix = bits == 128 ? "_mm_" : "_mm" + std::to_string(bits) + "_",
                       suffix = type.element == Element::Float64 ? "pd" : "ps",
                       index = wide::call(prefix + "setr_epi32", numbers);
@@ -51,7 +50,7 @@ std::string halvesText(const Graph &graph, const Node &gather, const std::vector
     const bool isDouble = gather.type.element == Element::Float64;
     const Type whole{gather.type.element, 64 / bytes(gather.type.element)};
     const auto isWhole = [&](HalfSource source) {
-        return has64Bytes(graph[gather.operands[source.operand]].type);
+        return bytes(graph[gather.operands[source.operand]].type) == 64;
     };
     const auto value = [&](HalfSource source) {
         const std::string &operand = operands[source.operand];
@@ -75,50 +74,21 @@ std::string halvesText(const Graph &graph, const Node &gather, const std::vector
 
 } // namespace
 
-std::string Avx512::type(Type type) const {
-    return has64Bytes(type) ? wide::type(type) : narrower.type(type);
-}
-
-std::string Avx512::constant(Type type, const std::vector<Quad> &lanes) const {
-    return has64Bytes(type) ? wide::constant(type, lanes) : narrower.constant(type, lanes);
-}
-
-std::string Avx512::signMask(Type type, const std::vector<Quad> &lanes) const {
-    return has64Bytes(type) ? wide::signMask(type, lanes) : narrower.signMask(type, lanes);
-}
-
-std::string Avx512::scale(Type type) const {
-    return has64Bytes(type) ? wide::call(wide::intrinsic("load", type), {"factor"}) : narrower.scale(type);
-}
-
-std::string Avx512::arithmetic(const Node &node, const std::vector<std::string> &operands) const {
-    return has64Bytes(node.type) ? wide::arithmetic(node, operands) : narrower.arithmetic(node, operands);
-}
-
 std::string Avx512::shuffle(const Graph &graph, const Node &gather,
                             const std::vector<std::string> &operands) const {
     Type widest = gather.type;
     for (const NodeId operand : gather.operands)
         widest.lanes = std::max(widest.lanes, graph[operand].type.lanes);
-    if (has64Bytes(widest)) {
+    if (isWide(widest)) {
         if (const auto halves = wholeHalves(graph, gather, 32 / bytes(gather.type.element)))
             return halvesText(graph, gather, *halves, operands);
         if (const auto inGroups = shuffleInGroups(graph, gather))
             return wide::shuffleInGroups(gather.type, *inGroups, operands);
-    } else if (has32Bytes(widest) ? wideShuffle(graph, gather).has_value()
-                                  : singleShuffle(gather).has_value()) {
+    } else if (bytes(widest) == 32 ? wideShuffle(graph, gather).has_value()
+                                   : singleShuffle(gather).has_value()) {
         return narrower.shuffle(graph, gather, operands);
     }
     return permutation(graph, gather, operands);
-}
-
-std::string Avx512::load(Type type, const std::vector<MoveText> &moves) const {
-    return has64Bytes(type) ? wide::load(type, moves) : narrower.load(type, moves);
-}
-
-std::vector<std::string> Avx512::store(Type type, const std::vector<MoveText> &moves,
-                                       const std::string &value) const {
-    return has64Bytes(type) ? wide::store(moves, value) : narrower.store(type, moves, value);
 }
 
 } // namespace zrfgen::gen

@@ -11,8 +11,8 @@ namespace zrfgen::gen {
 
 const std::vector<Target> &targets() {
     static const Sse3 sse3;
-    static const Avx2 avx2;
-    static const Avx512 avx512;
+    static const Avx2 avx2(sse3);
+    static const Avx512 avx512(avx2);
     static const std::vector<Target> all = {
         {"sse3", 16, {16, 8}, {"-msse3"}, "sse3.h", &sse3},
         {"x86-64-v3", 32, {16, 8}, {"-mavx2"}, "avx2.h", &avx2},
