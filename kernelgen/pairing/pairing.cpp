@@ -1,5 +1,7 @@
 #include "pairing/pairing.h"
 
+#include "target/target.h"
+
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -50,7 +52,8 @@ Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int wid
             continue;
         allOperations.push_back(id);
         const int width = bytes(node.type);
-        if (width < 16 || 2 * width > widest || node.op == Op::Widen || node.op == Op::Narrow)
+        if (width < baseTarget().vectorBytes || 2 * width > widest || node.op == Op::Widen ||
+            node.op == Op::Narrow)
             continue;
         if (isCommutative(node.op))
             std::ranges::sort(kinds);

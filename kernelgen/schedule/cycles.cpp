@@ -11,7 +11,7 @@ enum Unit { Adder, Multiplier, Shuffler, Logic, Loader, Storer, units };
 // A typical processor with vectors of 32 bytes: how many instructions of a kind start in a cycle, and when a
 // result is there.
 constexpr int unitsOf[units] = {2, 2, 2, 4, 2, 1}, latencies[units] = {3, 3, 1, 1, 7, 1};
-constexpr int crossingLatency = 4; // from one 16 bytes of a vector to others
+constexpr int crossingLatency = 4; // from one group of lanes, as wide as a base vector, to another
 constexpr int arithmeticPorts = 4, width = 6, waiting = 96, inFlight = 448;
 constexpr int callCycles = 2; // in which nothing else starts
 constexpr int calls = 6, warmUp = 2;
@@ -22,9 +22,8 @@ struct Instruction {
     std::vector<int> inputs; // instructions of the same call
 };
 
-// The 16 bytes that a lane lies in.
 int groupOf(Element element, int lane) {
-    return lane * bytes(element) / 16;
+    return lane / baseTarget().vector(element).lanes;
 }
 
 bool crosses(const Graph &graph, const Node &gather) {
