@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <stdexcept>
+#include <utility>
 
 namespace zrfgen::gen {
 
@@ -43,13 +44,9 @@ private:
         return node.values[0] == 2 ? "unknownToCompiler(" + number + ")" : number;
     }
 
-    // There may be vectors of several widths.
+    // There may be vectors of several widths, and each asks once.
     std::string scaleName(Type type) {
-        if (scaleTypes.empty() || scaleTypes.front() == type)
-            scaleTypes = {type};
-        else
-            scaleTypes.push_back(type);
-        return scaleTypes.size() == 1 ? "scale" : "scale" + std::to_string(type.lanes);
+        return std::exchange(hasScale, true) ? "scale" + std::to_string(type.lanes) : "scale";
     }
 
     // The name of a constant, declared at the top of the text on first use.
@@ -154,7 +151,7 @@ private:
     const ArrayTexts &arrays;
     const InstructionSet &vectors;
     std::map<std::pair<NodeId, bool>, std::string> constantNames;
-    std::vector<Type> scaleTypes;
+    bool hasScale = false;
     std::string constants;
 };
 

@@ -106,7 +106,8 @@ bool isFree(const Graph &graph, NodeId id);
 std::vector<NodeId> liveNodes(const Graph &graph);
 
 // A copy of the graph in which each live node is what rewrite makes of it: rewrite(copy, node) gets the node
-// with its operands already in the copy and returns its replacement there. Likewise store(copy, store).
+// with its operands already in the copy and returns its replacement there. rewriteStore(copy, store) stores
+// there what stands in for the store.
 template <class Rewrite, class RewriteStore>
 Graph rewritten(const Graph &graph, Rewrite rewrite, RewriteStore rewriteStore) {
     Graph copy;

@@ -12,17 +12,19 @@ bool isScale(const Graph &graph, NodeId id) {
 
 } // namespace
 
+int moveCount(Type type, const std::vector<int> &elements, const InstructionSet &instructions) {
+    return type.lanes == 1 ? 1 : static_cast<int>(instructions.moves(type, elements).size());
+}
+
 Counts count(const Graph &graph, const Target &target) {
-    const auto moves = [&](Type type, const std::vector<int> &elements) {
-        return type.lanes == 1 ? 1 : static_cast<int>(target.instructions().moves(type, elements).size());
-    };
+    const InstructionSet &instructions = target.instructions();
     Counts counts;
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
         const bool isWide = node.type.element == Element::Float64;
         switch (node.op) {
         case Op::Load:
-            counts.loads += moves(node.type, node.picks);
+            counts.loads += moveCount(node.type, node.picks, instructions);
             break;
         case Op::Add:
             ++counts.additions;
@@ -54,7 +56,7 @@ Counts count(const Graph &graph, const Target &target) {
         }
     }
     for (const Store &store : graph.stores())
-        counts.stores += moves(graph[store.value].type, store.offsets);
+        counts.stores += moveCount(graph[store.value].type, store.offsets, instructions);
     return counts;
 }
 

@@ -18,6 +18,9 @@ struct Counts {
     int sums() const { return additions + subtractions; }
 };
 
+// The instructions that move these elements of an array to or from a vector, or a number.
+int moveCount(Type type, const std::vector<int> &elements, const InstructionSet &instructions);
+
 // The graph must have been lowered to the target's own shuffles and moves.
 Counts count(const Graph &graph, const Target &target);
 

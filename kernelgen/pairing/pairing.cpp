@@ -1,5 +1,6 @@
 #include "pairing/pairing.h"
 
+#include "lanes/count.h"
 #include "target/target.h"
 
 #include <algorithm>
@@ -16,11 +17,6 @@ std::uint64_t key(NodeId x, NodeId y) {
     return static_cast<std::uint64_t>(x) << 32 | static_cast<std::uint32_t>(y);
 }
 
-std::vector<int> joined(std::vector<int> lower, const std::vector<int> &upper) {
-    lower.insert(lower.end(), upper.begin(), upper.end());
-    return lower;
-}
-
 bool isCommutative(Op op) {
     return op == Op::Add || op == Op::Mul;
 }
@@ -29,7 +25,7 @@ bool isCommutative(Op op) {
 
 Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int widest, int shuffleCost)
     : graph(graph), instructions(instructions), shuffleCost(shuffleCost), mates(graph.size(), noNode),
-      lower(graph.size(), true), exchanged(graph.size()), constant(graph.size()), classOf(graph.size(), -1),
+      lower(graph.size(), true), exchanged(graph.size()), constant(graph.size()), classOf(graph.size()),
       levels(graph.size()), narrowUses(graph.size()), storeOf(graph.size(), -1), classes(1),
       usersOf(graph.size()) {
     for (int i = 0; i < static_cast<int>(graph.stores().size()); ++i)
@@ -58,10 +54,10 @@ Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int wid
         if (isCommutative(node.op))
             std::ranges::sort(kinds);
         const auto [place, isNew] =
-            known.try_emplace({node.op, node.type, node.picks, kinds}, static_cast<int>(classes.size()) - 1);
+            known.try_emplace({node.op, node.type, node.picks, kinds}, static_cast<int>(classes.size()));
         if (isNew)
             classes.emplace_back();
-        classes[place->second + 1].push_back(id);
+        classes[place->second].push_back(id);
         classOf[id] = place->second;
     }
     for (const NodeId id : allOperations) {
@@ -88,19 +84,16 @@ std::pair<NodeId, NodeId> Pairing::operands(NodeId a, NodeId b, int slot, bool i
 // A move, or an instruction beside it that brings lanes where they are wanted.
 int Pairing::costOf(const Graph &lowered) const {
     int cost = 0;
-    const auto move = [&](Type type, const std::vector<int> &elements) {
-        return type.lanes == 1 ? 1 : static_cast<int>(instructions.moves(type, elements).size());
-    };
     for (NodeId id = 0; id < lowered.size(); ++id) {
         const Node &node = lowered[id];
         if (node.op == Op::Load) { // each move but the first also joins what it reads to the vector
-            const int moves = move(node.type, node.picks);
+            const int moves = moveCount(node.type, node.picks, instructions);
             cost += moves + shuffleCost * (moves - 1);
         } else if (node.op == Op::Gather)
             cost += isFree(lowered, id) ? 0 : shuffleCost;
     }
     for (const Store &store : lowered.stores()) {
-        const int moves = move(lowered[store.value].type, store.offsets);
+        const int moves = moveCount(lowered[store.value].type, store.offsets, instructions);
         cost += moves + shuffleCost * (moves - 1);
     }
     return cost;
@@ -138,7 +131,7 @@ int Pairing::requestCost(NodeId x, NodeId y) const {
         return 0;
     const Node &a = graph[x], &b = graph[y];
     if (a.op == Op::Load && b.op == Op::Load)
-        return loadCost({a.type.element, 2 * a.type.lanes}, joined(a.picks, b.picks));
+        return loadCost(twice(a.type), sideBySide(a.picks, b.picks));
     return shuffleCost;
 }
 
@@ -158,8 +151,7 @@ int Pairing::storeCost(NodeId node) const {
     if (mate != noNode && storeOf[mate] != -1) {
         if (!lower[node])
             return 0;
-        return storeCost({type.element, 2 * type.lanes},
-                         joined(offsets, graph.stores()[storeOf[mate]].offsets));
+        return storeCost(twice(type), sideBySide(offsets, graph.stores()[storeOf[mate]].offsets));
     }
     return storeCost(type, offsets) + (lower[node] ? 0 : shuffleCost);
 }
@@ -173,6 +165,11 @@ void Pairing::request(NodeId x, NodeId y, int change) {
     count += change;
     if (count == 0)
         total -= requestCost(x, y);
+}
+
+bool Pairing::isWanted(NodeId x, NodeId y) const {
+    const auto known = requests.find(key(x, y));
+    return known != requests.end() && known->second > 0;
 }
 
 void Pairing::useNarrow(NodeId node, int change) {
@@ -192,7 +189,7 @@ void Pairing::useOperands(NodeId node, int change) {
 }
 
 void Pairing::requestOperands(NodeId a, NodeId b, bool isExchanged, int change) {
-    for (int slot = 0; slot < static_cast<int>(graph[a].operands.size()); ++slot) {
+    for (int slot = 0; slot < slots(a); ++slot) {
         const auto [x, y] = operands(a, b, slot, isExchanged);
         request(x, y, change);
     }
@@ -207,11 +204,8 @@ bool Pairing::prefersExchange(NodeId a, NodeId b) const {
             const auto [x, y] = operands(a, b, slot, isExchanged);
             if (constant[x] != constant[y])
                 costs[isExchanged] += 1000; // a number and a value make no vector
-            else if (!constant[x]) {
-                const auto known = requests.find(key(x, y));
-                const bool isThere = known != requests.end() && known->second > 0;
-                costs[isExchanged] += (isThere ? 0 : 4 * requestCost(x, y)) + (areAlike(x, y) ? 0 : 1);
-            }
+            else if (!constant[x])
+                costs[isExchanged] += (isWanted(x, y) ? 0 : 4 * requestCost(x, y)) + (areAlike(x, y) ? 0 : 1);
         }
     return costs[1] < costs[0];
 }
@@ -221,8 +215,7 @@ int Pairing::costOfState(NodeId a, NodeId b) const {
     int cost = 0;
     for (const NodeId node : {a, b})
         cost += storeCost(node) + (narrowUses[node] > 0 ? narrowCost(node) : 0);
-    const auto wanted = requests.find(key(a, b));
-    return cost + (wanted != requests.end() && wanted->second > 0 ? requestCost(a, b) : 0);
+    return cost + (isWanted(a, b) ? requestCost(a, b) : 0);
 }
 
 void Pairing::link(NodeId a, NodeId b, bool isExchanged) {

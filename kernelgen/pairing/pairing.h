@@ -12,6 +12,16 @@
 
 namespace zrfgen::gen {
 
+inline Type twice(Type type) {
+    return {type.element, 2 * type.lanes};
+}
+
+// What two vectors have for each lane, in one of twice the width.
+template <class Item> std::vector<Item> sideBySide(std::vector<Item> lower, const std::vector<Item> &upper) {
+    lower.insert(lower.end(), upper.begin(), upper.end());
+    return lower;
+}
+
 // A choice of pairs over a graph in single instructions. All that a pair must respect is checked: equal
 // shape, and that no pair waits for itself. The cost is kept up with every change.
 //
@@ -34,9 +44,9 @@ public:
     // Whether the operands of a pair's upper operation stand in the other order.
     bool isExchanged(NodeId lowerNode) const { return exchanged[lowerNode]; }
     // Of equal shape: the same operation with lanes in the same places.
-    bool areAlike(NodeId a, NodeId b) const { return classOf[a] != -1 && classOf[a] == classOf[b]; }
+    bool areAlike(NodeId a, NodeId b) const { return classOf[a] != 0 && classOf[a] == classOf[b]; }
     // All that are, the node itself included; none if it fits no wider vector.
-    const std::vector<NodeId> &alike(NodeId node) const { return classes[classOf[node] + 1]; }
+    const std::vector<NodeId> &alike(NodeId node) const { return classes[classOf[node]]; }
     const std::vector<NodeId> &users(NodeId node) const { return usersOf[node]; }
     // The operands that stand in place `slot` of a pair.
     std::pair<NodeId, NodeId> operands(NodeId a, NodeId b, int slot, bool isExchanged) const;
@@ -68,6 +78,7 @@ private:
     int requestCost(NodeId x, NodeId y) const;
     int narrowCost(NodeId node) const;
     void request(NodeId x, NodeId y, int change);
+    bool isWanted(NodeId x, NodeId y) const;
     void useNarrow(NodeId node, int change);
     void useOperands(NodeId node, int change);
     void requestOperands(NodeId a, NodeId b, bool isExchanged, int change);
@@ -85,7 +96,7 @@ private:
     std::vector<char> lower, exchanged, constant;
     // A node's level is above those of its operands, and both of a pair have one.
     std::vector<int> classOf, levels, narrowUses, storeOf;
-    std::vector<std::vector<NodeId>> classes, usersOf; // the first class is empty
+    std::vector<std::vector<NodeId>> classes, usersOf; // the first class is that of none
     std::unordered_map<std::uint64_t, int> requests;   // how many pairs want two values in one vector
     mutable std::map<std::vector<int>, int> loadCosts, storeCosts; // by elements
     std::vector<Change> log;

@@ -31,20 +31,12 @@ public:
             if (other == nullptr || onlyStoreOf(store.value) == nullptr)
                 copy.store(narrow(store.value), store.offsets);
             else if (pairing.isLower(store.value))
-                copy.store(image[store.value], joined(store.offsets, other->offsets));
+                copy.store(image[store.value], sideBySide(store.offsets, other->offsets));
         }
         return std::move(copy);
     }
 
 private:
-    template <class Item>
-    static std::vector<Item> joined(std::vector<Item> lower, const std::vector<Item> &upper) {
-        lower.insert(lower.end(), upper.begin(), upper.end());
-        return lower;
-    }
-
-    static Type twice(Type type) { return {type.element, 2 * type.lanes}; }
-
     // The store of a value, if there is just one.
     const Store *onlyStoreOf(NodeId value) const {
         const Store *only = nullptr;
@@ -77,7 +69,7 @@ private:
                 node.operands[slot] = wide(x, y);
             }
             node.type = twice(node.type);
-            node.picks = joined(picksIn(graph[a], 0), picksIn(graph[a], 1));
+            node.picks = sideBySide(picksIn(graph[a], 0), picksIn(graph[a], 1));
         }
         if ((node.op == Op::Add || node.op == Op::Mul) && node.operands[0] > node.operands[1])
             std::swap(node.operands[0], node.operands[1]);
@@ -125,7 +117,7 @@ private:
         if (pairing.mate(x) == y && pairing.isLower(x))
             return image[x];
         if (a.op == Op::Load && b.op == Op::Load)
-            return copy.load(twice(a.type), joined(a.picks, b.picks));
+            return copy.load(twice(a.type), sideBySide(a.picks, b.picks));
         std::vector<NodeId> sources;
         std::vector<int> picks;
         int lanes = 0;
@@ -151,7 +143,7 @@ private:
         }
         if (a.op == Op::Scale)
             return copy.scale(twice(a.type));
-        return copy.constant(twice(a.type), joined(a.values, b.values));
+        return copy.constant(twice(a.type), sideBySide(a.values, b.values));
     }
 
     const Graph &graph;

@@ -1,5 +1,7 @@
 #include "schedule/cycles.h"
 
+#include "lanes/count.h"
+
 #include <algorithm>
 
 namespace zrfgen::gen {
@@ -44,13 +46,11 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
         instructions.push_back({unit, latency, std::move(inputs)});
         return static_cast<int>(instructions.size()) - 1;
     };
-    const auto moves = [&](Type type, const std::vector<int> &elements) {
-        return type.lanes == 1 ? 1 : static_cast<int>(target.instructions().moves(type, elements).size());
-    };
+    const InstructionSet &set = target.instructions();
     for (const Step &step : schedule) {
         if (step.kind == Step::Kind::Store) {
             const Store &store = graph.stores()[step.index];
-            for (int i = moves(graph[store.value].type, store.offsets); i > 0; --i)
+            for (int i = moveCount(graph[store.value].type, store.offsets, set); i > 0; --i)
                 add(Storer, latencies[Storer], {maker[store.value]});
             continue;
         }
@@ -63,7 +63,7 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
             made = inputs[0];
         else if (node.op == Op::Load) {
             made = add(Loader, latencies[Loader], {});
-            for (int i = moves(node.type, node.picks); i > 1; --i)
+            for (int i = moveCount(node.type, node.picks, set); i > 1; --i)
                 made = add(Shuffler, latencies[Shuffler], {made, add(Loader, latencies[Loader], {})});
         } else {
             const Unit unit = node.op == Op::Mul         ? Multiplier

@@ -8,12 +8,10 @@ namespace zrfgen::gen {
 
 namespace {
 
-// Any lanes of one or two vectors, by their numbers.
-std::string permutation(const Graph &graph, const Node &gather, const std::vector<std::string> &operands) {
-    // In vectors as wide as the widest, into which the others are cast.
-    Type type = gather.type;
-    for (const NodeId operand : gather.operands)
-        type.lanes = std::max(type.lanes, graph[operand].type.lanes);
+// Any lanes of one or two vectors, by their numbers, in vectors of the widest type, into which others are
+// cast.
+std::string permutation(const Graph &graph, const Node &gather, const std::vector<std::string> &operands,
+                        Type type) {
     const auto cast = [&](int operand) {
         std::string value = operands[operand];
         for (Type from = graph[gather.operands[operand]].type; from.lanes < type.lanes; from.lanes *= 2)
@@ -88,7 +86,7 @@ std::string Avx512::shuffle(const Graph &graph, const Node &gather,
                                    : singleShuffle(gather).has_value()) {
         return narrower.shuffle(graph, gather, operands);
     }
-    return permutation(graph, gather, operands);
+    return permutation(graph, gather, operands, widest);
 }
 
 } // namespace zrfgen::gen
