@@ -1,5 +1,6 @@
 #include "library.h"
 
+#include <dlfcn.h>
 #include <filesystem>
 #include <stdexcept>
 
