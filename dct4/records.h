@@ -199,7 +199,7 @@ struct SplitLeafNode {
 } // namespace zrfgen
 
 // The root, which callers hold a pointer to. Kinds below twoStageKind have neither tables nor work.
-struct Dct4Plan {
+struct zrfDct4Plan {
     zrfgen::NodeHeader header;
     zrfgen::PlanList ownedNodes;   // TwiddleSource, OutputStageNode, InputStageNode
     zrfgen::PlanList outputStages; // OutputStageNode

@@ -17,24 +17,31 @@
 #define ZRF_CALL
 #endif
 
+/* No function throws. */
+#if defined(__cplusplus) && __cplusplus >= 201103L
+#define ZRF_NOEXCEPT noexcept
+#else
+#define ZRF_NOEXCEPT
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-typedef float Float32;
-typedef double Float64;
+typedef float zrfFloat32;
+typedef double zrfFloat64;
 
 /* Complex elements are interleaved pairs, real part first: N of them are 2N consecutive real elements. */
-typedef struct Complex32 {
-    Float32 re, im;
-} Complex32;
+typedef struct zrfComplex32 {
+    zrfFloat32 re, im;
+} zrfComplex32;
 
-typedef struct Complex64 {
-    Float64 re, im;
-} Complex64;
+typedef struct zrfComplex64 {
+    zrfFloat64 re, im;
+} zrfComplex64;
 
 /* The result of every transform: 0, or a negative value for a refusal. A refused call has written nothing. */
-typedef int32_t Status;
+typedef int32_t zrfStatus;
 
 enum {
     zrfStatusOk = 0,
@@ -83,7 +90,8 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
 /* clang-format on */
 
 #define ZRF_FIXED_SIZE(N, family, suffix, Element)                                                           \
-    Status ZRF_CALL zrfg##family##_##N##_##suffix(const Element *src, Element *dst, int32_t flag);
+    zrfStatus ZRF_CALL zrfg##family##_##N##_##suffix(const Element *src, Element *dst, int32_t flag)         \
+        ZRF_NOEXCEPT;
 
 /* DFT and Hartley families: zrfg<family>_<N>_<suffix>(src, dst, flag) for N from 2 to 64, and the any-size
  * entry zrfg<family>_<suffix>(src, dst, N, flag).
@@ -122,7 +130,8 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
  * zrfStatusOk. NaN and infinity are no failure; they spread as the arithmetic spreads them. */
 #define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \
     ZRF_FOR_EACH_LENGTH(ZRF_FIXED_SIZE, family, suffix, Element)                                             \
-    Status ZRF_CALL zrfg##family##_##suffix(const Element *src, Element *dst, int32_t N, int32_t flag);
+    zrfStatus ZRF_CALL zrfg##family##_##suffix(const Element *src, Element *dst, int32_t N, int32_t flag)    \
+        ZRF_NOEXCEPT;
 
 /* Expand entry(order, ...) for the orders of the Walsh-Hadamard transform, without and with a buffer. */
 #define ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, ...)                                                        \
@@ -135,8 +144,8 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
     ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, __VA_ARGS__) ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, __VA_ARGS__)
 
 #define ZRF_WHT_ORDER(order, suffix, Element)                                                                \
-    Status ZRF_CALL zrfgWHT_##order##_##suffix(const Element *src, Element *dst, int32_t flag,               \
-                                               uint8_t *buffer);
+    zrfStatus ZRF_CALL zrfgWHT_##order##_##suffix(const Element *src, Element *dst, int32_t flag,            \
+                                                  uint8_t *buffer) ZRF_NOEXCEPT;
 
 /* Walsh-Hadamard transform of N = 2^order real elements: zrfgWHT_<order>_<suffix>(src, dst, flag, buffer) for
  * orders 1 to 13, and the any-order entry zrfgWHT_<suffix>(src, dst, order, flag, buffer).
@@ -163,13 +172,13 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
  * zrfStatusNullPointer if size is null, else zrfStatusSizeError if order is not in 1..13. */
 #define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
     ZRF_FOR_EACH_ORDER(ZRF_WHT_ORDER, suffix, Element)                                                       \
-    Status ZRF_CALL zrfgWHT_##suffix(const Element *src, Element *dst, int32_t order, int32_t flag,          \
-                                     uint8_t *buffer);                                                       \
-    Status ZRF_CALL zrfgWHTGetBufferSize_##suffix(int32_t order, int32_t *size);
+    zrfStatus ZRF_CALL zrfgWHT_##suffix(const Element *src, Element *dst, int32_t order, int32_t flag,       \
+                                        uint8_t *buffer) ZRF_NOEXCEPT;                                       \
+    zrfStatus ZRF_CALL zrfgWHTGetBufferSize_##suffix(int32_t order, int32_t *size) ZRF_NOEXCEPT;
 
 /* A plan of the DCT-IV: made once for a length and an element type. It lies in one block of memory, points
  * into itself, and so cannot be copied or moved. */
-typedef struct Dct4Plan Dct4Plan;
+typedef struct zrfDct4Plan zrfDct4Plan;
 
 /* DCT-IV: plans for
  *
@@ -208,14 +217,16 @@ typedef struct Dct4Plan Dct4Plan;
  *
  * A refused call leaves *sizeOut, *planOut, the block and *destination as they were. */
 #define ZRF_DCT4_FAMILY(suffix, Element)                                                                     \
-    Status ZRF_CALL zrfgDCT4GetSize_##suffix(int32_t length, int32_t *sizeOut);                              \
-    Status ZRF_CALL zrfgDCT4Init_##suffix(Dct4Plan **planOut, int32_t length, void *memory);                 \
-    Status ZRF_CALL zrfgDCT4InitAlloc_##suffix(Dct4Plan **planOut, int32_t length);                          \
-    Status ZRF_CALL zrfgDCT4_##suffix(const Element *source, Element *destination, const Dct4Plan *plan);    \
-    Status ZRF_CALL zrfgDCT4Free_##suffix(Dct4Plan *plan);
+    zrfStatus ZRF_CALL zrfgDCT4GetSize_##suffix(int32_t length, int32_t *sizeOut) ZRF_NOEXCEPT;              \
+    zrfStatus ZRF_CALL zrfgDCT4Init_##suffix(zrfDct4Plan **planOut, int32_t length, void *memory)            \
+        ZRF_NOEXCEPT;                                                                                        \
+    zrfStatus ZRF_CALL zrfgDCT4InitAlloc_##suffix(zrfDct4Plan **planOut, int32_t length) ZRF_NOEXCEPT;       \
+    zrfStatus ZRF_CALL zrfgDCT4_##suffix(const Element *source, Element *destination,                        \
+                                         const zrfDct4Plan *plan) ZRF_NOEXCEPT;                              \
+    zrfStatus ZRF_CALL zrfgDCT4Free_##suffix(zrfDct4Plan *plan) ZRF_NOEXCEPT;
 
 /* Identifies the library. The record and its texts are constant and live as long as the library is loaded. */
-typedef struct LibraryVersion {
+typedef struct zrfLibraryVersion {
     int32_t majorVersion;
     int32_t minorVersion;
     int32_t patchVersion;
@@ -224,12 +235,26 @@ typedef struct LibraryVersion {
     const char *libraryName;   /* library name and target */
     const char *versionText;   /* "major.minor.patch (rrevision)" */
     const char *buildDateText; /* date of the build */
-} LibraryVersion;
+} zrfLibraryVersion;
 
 /* Returns the version record: never null, the same address on every call. */
-#define ZRF_VERSION_QUERY(name) const LibraryVersion *ZRF_CALL name(void);
+#define ZRF_VERSION_QUERY(name) const zrfLibraryVersion *ZRF_CALL name(void) ZRF_NOEXCEPT;
 
 #include "families.inc"
+
+/* The same types by short names. A program in which these names mean something else defines
+ * ZRF_NO_SHORT_NAMES; and where Status is a macro already, as after <X11/Xlib.h>, it stays what it is. */
+#ifndef ZRF_NO_SHORT_NAMES
+typedef zrfFloat32 Float32;
+typedef zrfFloat64 Float64;
+typedef zrfComplex32 Complex32;
+typedef zrfComplex64 Complex64;
+typedef zrfDct4Plan Dct4Plan;
+typedef zrfLibraryVersion LibraryVersion;
+#ifndef Status
+typedef zrfStatus Status;
+#endif
+#endif
 
 #undef ZRF_FIXED_SIZE
 #undef ZRF_WHT_ORDER
