@@ -128,32 +128,81 @@ template <std::size_t N> using Floats = std::array<float, N>;
 using Complex = std::complex<float>;
 constexpr std::size_t tooLong = zrfLongestLength + 1;
 
-static_assert(compiles<Complex[16], std::span<Complex>>(forward) &&
-              compiles<Complex[2], Complex[2]>(inverse));
+// Elements decide whether a function takes arrays; what their sizes have to be is in tests/headers.
 static_assert(compiles<std::vector<Complex>, std::array<Complex, 8>>(forwardOf<8>));
 static_assert(compiles<std::array<Complex32, 4>, Complex32[4]>(forward));
-static_assert(!compiles<Complex[1], Complex[1]>(forward) &&
-              !compiles<Complex[tooLong], Complex[tooLong]>(forward));
-static_assert(!compiles<std::vector<Complex>, std::vector<Complex>>(forwardOf<tooLong>));
-static_assert(!compiles<Complex[16], Complex[15]>(inverse) &&
-              !compiles<Complex[8], Complex[8]>(forwardOf<16>));
-static_assert(!compiles<Complex[16], Complex[16]>(forwardOf<8>));
-static_assert(!compiles<std::vector<Complex>, Complex[16]>(forwardOf<15>));
-static_assert(!compiles<Complex[16], const Complex[16]>(forward));
+static_assert(compiles<const Complex *, Complex *>(forwardOf<8>));
+static_assert(!compiles<Complex[16], const Complex[16]>(forward) &&
+              !compiles<Complex *, const Complex *>(forwardOf<8>));
 static_assert(!compiles<Complex[16], std::complex<double>[16]>(forward));
-static_assert(!compiles<Floats<16>, Floats<16>>(forward) && !compiles<Complex *, Complex *>(forward));
+static_assert(!compiles<Floats<16>, Floats<16>>(forward) && !compiles<void *, Complex *>(forwardOf<8>));
 static_assert(!compiles<Complex[16], Complex[16]>(hartley) && !compiles<int[8], int[8]>(hartley));
-static_assert(compiles<Floats<16>, Floats<16>>(hartley) && !compiles<Floats<16>, Floats<17>>(hartley));
-static_assert(compiles<Floats<8192>, Floats<8192>>(walshHadamard));
-static_assert(!compiles<Floats<12>, Floats<12>>(walshHadamard));
-static_assert(!compiles<Floats<1>, Floats<1>>(walshHadamard));
-static_assert(!compiles<Floats<16384>, Floats<16384>>(walshHadamard));
-static_assert(compiles<Floats<16>, Floats<18>>(realForward<CCS>));
-static_assert(compiles<Floats<17>, Floats<18>>(realForward<CCS>));
-static_assert(!compiles<Floats<16>, Floats<16>>(realForward<CCS>));
-static_assert(!compiles<Floats<16>, Floats<18>>(realForward<Pack>));
-static_assert(compiles<Floats<18>, Floats<17>>(realInverse<CCS>));
-static_assert(!compiles<Floats<18>, Floats<15>>(realInverse<CCS>));
+static_assert(compiles<Floats<16>, Complex[9]>(realForward<CCS>) &&
+              compiles<Complex[9], Floats<16>>(realInverse<CCS>));
+static_assert(!compiles<Floats<16>, Complex[8]>(realForward<Perm>));
+static_assert(!compiles<Floats<16>, std::complex<double>[9]>(realForward<CCS>));
+static_assert(noexcept(zrfgen::dftForward(std::span<Complex>(), std::span<Complex>(), Scale::None)));
+
+TYPED_TEST(CppFace, TakesPointersAndComplexBins) {
+    constexpr std::size_t N = 15, bins = N / 2 + 1;
+    const std::vector<TypeParam> x = randomElements<TypeParam>(N);
+    std::vector<TypeParam> expected(2 * bins), parts(2 * bins), back(N), backFromParts(N);
+    std::array<std::complex<TypeParam>, bins> ofType;
+    std::vector<std::complex<TypeParam>> measured(bins), atPointer(bins);
+    ASSERT_EQ(realForward<CCS>(x, expected), zrfStatusOk);
+    const auto expectSame = [&](const std::complex<TypeParam> *spectrum) {
+        EXPECT_EQ(std::memcmp(spectrum, expected.data(), bins * sizeof *spectrum), 0);
+    };
+    EXPECT_EQ(realForward<CCS>(std::span<const TypeParam, N>(x), ofType), zrfStatusOk);
+    expectSame(ofType.data());
+    EXPECT_EQ(realForward<CCS>(x, measured), zrfStatusOk);
+    expectSame(measured.data());
+    EXPECT_EQ((zrfgen::realDftForward<CCS, N>(x.data(), atPointer.data(), Scale::None)), zrfStatusOk);
+    expectSame(atPointer.data());
+    EXPECT_EQ((zrfgen::realDftForward<CCS, N>(x.data(), parts.data(), Scale::None)), zrfStatusOk);
+    EXPECT_TRUE(haveSameBits(parts, expected));
+
+    EXPECT_EQ(realInverse<CCS>(parts, backFromParts), zrfStatusOk);
+    EXPECT_EQ((zrfgen::realDftInverse<CCS, N>(ofType.data(), back.data(), Scale::None)), zrfStatusOk);
+    EXPECT_TRUE(haveSameBits(back, backFromParts));
+    EXPECT_EQ(zrfgen::hartley<N>(x.data(), static_cast<TypeParam *>(nullptr), Scale::None),
+              zrfStatusNullPointer);
+    measured.pop_back();
+    EXPECT_EQ(realForward<CCS>(x, measured), zrfStatusSizeError);
+}
+
+template <SpectrumLayout layout> void expectConvolution(std::size_t N) {
+    SCOPED_TRACE(N);
+    const std::vector<double> a = randomElements<double>(2 * N), b(a.begin() + N, a.end());
+    std::vector<double> A(zrfgen::spectrumSize(layout, N)), B(A), sum(A), result(N);
+    ASSERT_EQ(realForward<layout>(std::span(a).first(N), A), zrfStatusOk);
+    ASSERT_EQ(realForward<layout>(b, B), zrfStatusOk);
+    EXPECT_EQ(zrfgen::addProductOfSpectra<layout>(A, B, sum), zrfStatusOk);
+    EXPECT_EQ(zrfgen::multiplySpectra<layout>(A, B, A), zrfStatusOk);
+    EXPECT_EQ(sum, A);
+    EXPECT_EQ(realInverse<layout>(A, result, Scale::InverseByN), zrfStatusOk);
+    for (std::size_t i = 0; i < N; ++i) {
+        double expected = 0;
+        for (std::size_t j = 0; j < N; ++j)
+            expected += a[j] * b[(i + N - j) % N];
+        EXPECT_NEAR(result[i], expected, 1e-13);
+    }
+    B.pop_back();
+    EXPECT_EQ(zrfgen::multiplySpectra<layout>(A, B, A), zrfStatusSizeError);
+}
+
+TEST(CppFaceProducts, AreThoseOfCircularConvolution) {
+    for (const std::size_t N : {2, 3, 8, 9, 64}) {
+        expectConvolution<CCS>(N);
+        expectConvolution<Pack>(N);
+        expectConvolution<Perm>(N);
+    }
+    const Complex a[2] = {{1, 0}, {1, 2}}, b[2] = {{3, 0}, {0, 1}};
+    Complex product[2];
+    EXPECT_EQ(zrfgen::multiplySpectra<CCS>(a, b, product), zrfStatusOk);
+    EXPECT_EQ(product[0], Complex(3, 0));
+    EXPECT_EQ(product[1], Complex(-2, 1));
+}
 
 TEST(CppFaceIndices, FindTheBinsOfEachLayout) {
     for (const SpectrumLayout layout : {CCS, Pack, Perm})
@@ -168,8 +217,18 @@ TEST(CppFaceIndices, FindTheBinsOfEachLayout) {
             std::vector<std::complex<double>> whole(N);
             ASSERT_EQ(forward(std::vector<std::complex<double>>(x.begin(), x.end()), whole), zrfStatusOk);
             for (std::size_t k = 0; k < N; ++k)
-                EXPECT_LT(std::abs(zrfgen::bin(layout, spectrum, N, k) - whole[k]), 1e-13);
+                for (const int wraps : {-2, -1, 0, 1}) {
+                    const int index = int(k) + wraps * int(N);
+                    EXPECT_LT(std::abs(zrfgen::bin(layout, spectrum, N, index) - whole[k]), 1e-13) << index;
+                }
+            EXPECT_EQ(zrfgen::bin(layout, spectrum, N, 2 * N + 1), zrfgen::bin(layout, spectrum, N, 1));
             const bool holdsZeros = layout == CCS;
+            if (holdsZeros) {
+                std::vector<std::complex<double>> bins(N / 2 + 1);
+                ASSERT_EQ(realForward<CCS>(x, bins), zrfStatusOk);
+                for (const int k : {-1, 0, 1})
+                    EXPECT_EQ(zrfgen::bin(layout, bins, N, k), zrfgen::bin(layout, spectrum, N, k));
+            }
             EXPECT_EQ(zrfgen::imaginaryIndex(layout, N, 0).has_value(), holdsZeros);
             EXPECT_EQ(zrfgen::imaginaryIndex(layout, N, N / 2).has_value(), holdsZeros || N % 2 == 1);
         }
@@ -191,6 +250,7 @@ TEST(CppFaceDct4, OwnsItsPlanAndMovesIt) {
     ASSERT_EQ(zrfgDCT4Free_64f(plain), zrfStatusOk);
 
     zrfgen::Dct4<double> first, second;
+    EXPECT_THROW(zrfgen::Dct4<double>(48), zrfgen::Error);
     EXPECT_EQ(first.transform(x, output), zrfStatusNullPointer);
     ASSERT_EQ(first.plan(8), zrfStatusOk);
     ASSERT_EQ(first.plan(64), zrfStatusOk);
@@ -209,6 +269,26 @@ TEST(CppFaceDct4, OwnsItsPlanAndMovesIt) {
     EXPECT_TRUE(haveSameBits(output, std::vector<double>(64)));
     EXPECT_EQ(zrfgen::Dct4<double>(std::move(second)).transform(x, output), zrfStatusOk);
     EXPECT_TRUE(haveSameBits(output, expected));
+}
+
+TEST(CppFaceDct4, ScalesByItsOwnInverse) {
+    const std::vector<double> x = randomElements<double>(64);
+    std::vector<double> plain(64), scaled(64), back(64);
+    zrfgen::Dct4<double> dct(64);
+    ASSERT_EQ(dct.transform(x, plain), zrfStatusOk);
+    EXPECT_EQ(dct.transform(x, scaled, Scale{3}), zrfStatusFlagError);
+    EXPECT_EQ(scaled, std::vector<double>(64));
+    for (const auto &[there, andBack] : {std::pair{Scale::BySqrtN, Scale::BySqrtN},
+                                         {Scale::None, Scale::InverseByN},
+                                         {Scale::ForwardByN, Scale::None}}) {
+        ASSERT_EQ(dct.transform(x, scaled, there), zrfStatusOk);
+        ASSERT_EQ(dct.transform(scaled, back, andBack), zrfStatusOk);
+        for (std::size_t i = 0; i < 64; ++i)
+            EXPECT_NEAR(back[i], x[i], 1e-14);
+    }
+    ASSERT_EQ(dct.transform(x, scaled, Scale::BySqrtN), zrfStatusOk);
+    for (std::size_t k = 0; k < 64; ++k)
+        EXPECT_EQ(scaled[k], plain[k] * std::sqrt(2.0 / 64));
 }
 
 // Rows of N elements, known when this is compiled or not, that lie apart in one array.
