@@ -21,7 +21,7 @@ else()
   set(generatorBuild ${PROJECT_BINARY_DIR}/generator)
   set(kernelgen ${PROJECT_BINARY_DIR}/bin/kernelgen)
   if(NOT EXISTS ${kernelgen})
-    message(NOTICE "Building the kernel generator, which takes half a minute")
+    message(NOTICE "Building the kernel generator, which takes half a minute on two processors")
   endif()
   run_while_configuring("Configuring the kernel generator" ${CMAKE_COMMAND}
     -S ${PROJECT_SOURCE_DIR}/cmake/generator -B ${generatorBuild} -G ${CMAKE_GENERATOR}
@@ -39,14 +39,17 @@ else()
     ${PROJECT_SOURCE_DIR}/frame/families.inc)
 endif()
 
-# Generates the kernels of a target, unless this generator has done so. Gives the folder `generated`, and from the
-# generator's list there generatedSources, generatedIncludes and targetOptions.
+# Has the kernels of a target generated, each file when it is needed. Gives the folder `generated`, and by the generator's
+# list there generatedSources, generatedIncludes and targetOptions.
 macro(generate_kernels target folder)
   set(generated ${folder})
-  if(${kernelgen} IS_NEWER_THAN ${generated}/${target}.stamp)
-    message(STATUS "Generating the kernels of ${target}")
-    run_while_configuring("Generating the kernels of ${target}" ${kernelgen} --target ${target} emit ${generated})
-    file(TOUCH ${generated}/${target}.stamp)
-  endif()
+  run_while_configuring("Listing the kernels of ${target}" ${kernelgen} --target ${target} list ${generated})
   include(${generated}/files.cmake)
+  foreach(file IN LISTS generatedSources generatedIncludes)
+    add_custom_command(OUTPUT ${generated}/${file}
+      COMMAND ${kernelgen} --target ${target} emit ${generated} ${file} DEPENDS ${kernelgen}
+      COMMENT "Generating ${target}/${file}" VERBATIM)
+  endforeach()
+  list(TRANSFORM generatedSources PREPEND ${generated}/)
+  list(TRANSFORM generatedIncludes PREPEND ${generated}/)
 endmacro()

@@ -11,5 +11,3 @@ if(NOT ZRFGEN_TARGET STREQUAL sse3)
 elseif(ZRFGEN_WIDER AND CMAKE_SIZEOF_VOID_P EQUAL 8)
   set(widerTargets x86-64-v3 x86-64-v4)
 endif()
-
-generate_kernels(${ZRFGEN_TARGET} ${PROJECT_BINARY_DIR}/generated)

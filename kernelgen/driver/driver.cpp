@@ -22,7 +22,9 @@ namespace {
 
 const char usage[] =
     "usage: kernelgen [--target NAME] COMMAND\n"
-    "       emit DIRECTORY           write the library's generated files\n"
+    "       list DIRECTORY           write what the build has to know before it generates kernels\n"
+    "       emit DIRECTORY [FILE]    write the library's generated files, or one of its kernels\n"
+    "       file EXPORT              print the name of the file that a kernel is in\n"
     "       explain EXPORT           print a kernel's card\n"
     "       dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
     "       exports                  list the exports\n"
@@ -47,8 +49,14 @@ public:
 
     void run(const std::vector<std::string> &arguments) const {
         const std::string command = arguments.empty() ? "" : arguments[0];
-        if (command == "emit" && arguments.size() == 2)
+        if (command == "list" && arguments.size() == 2)
+            writeLists(arguments[1]);
+        else if (command == "emit" && arguments.size() == 2)
             emit(arguments[1]);
+        else if (command == "emit" && arguments.size() == 3)
+            emit(arguments[1], arguments[2]);
+        else if (command == "file" && arguments.size() == 2)
+            std::cout << kernel(arguments[1]).file << "\n";
         else if (command == "explain" && arguments.size() == 2)
             explain(arguments[1]);
         else if (command == "dump" && arguments.size() == 3)
@@ -121,27 +129,55 @@ private:
     }
 
     void emit(const std::string &directory) const {
-        std::filesystem::create_directories(directory);
+        writeLists(directory);
         std::map<std::string, std::string> files;
-        std::set<std::string> sources;
         const std::vector<std::string> texts = allSources();
-        for (std::size_t i = 0; i < kernels.size(); ++i) {
+        for (std::size_t i = 0; i < kernels.size(); ++i)
             files[kernels[i].file] += texts[i];
-            if (!kernels[i].exports.empty())
-                sources.insert(kernels[i].file);
-        }
-        for (const std::string &name : exports) {
-            files["entries.inc"] += "ENTRY(" + name + ")\n";
-            files["exports.map"] += "    " + name + ";\n";
-        }
-        files["exports.map"] = "{\nglobal:\n" + files["exports.map"] + "local:\n    *;\n};\n";
-        files["target.h"] = "// The target of the kernels: " + target.name +
-                            ".\n#pragma once\n\n#include \"" + target.header +
-                            "\"\n\nnamespace zrfgen {\n\ninline constexpr int vectorBytes = " +
-                            std::to_string(target.vectorBytes) + ";\n\n} // namespace zrfgen\n";
         for (const auto &[name, text] : files)
             write(directory, name, text);
-        write(directory, "files.cmake", buildList(files, sources));
+    }
+
+    void emit(const std::string &directory, const std::string &file) const {
+        std::string text;
+        for (const KernelDefinition &definition : kernels)
+            if (definition.file == file)
+                text += source(definition, target);
+        if (text.empty())
+            throw CommandError("no kernel is in a file '" + file + "'\n");
+        write(directory, file, text);
+    }
+
+    // All that is no kernel, and the names of the files with kernels.
+    void writeLists(const std::string &directory) const {
+        std::filesystem::create_directories(directory);
+        std::string entries, map, options;
+        for (const std::string &name : exports) {
+            entries += "ENTRY(" + name + ")\n";
+            map += "    " + name + ";\n";
+        }
+        write(directory, "entries.inc", entries);
+        write(directory, "exports.map", "{\nglobal:\n" + map + "local:\n    *;\n};\n");
+        write(directory, "target.h",
+              "// The target of the kernels: " + target.name + ".\n#pragma once\n\n#include \"" + target.header +
+                  "\"\n\nnamespace zrfgen {\n\ninline constexpr int vectorBytes = " +
+                  std::to_string(target.vectorBytes) + ";\n\n} // namespace zrfgen\n");
+
+        std::set<std::string> sources, includes; // hand-written code includes kernels without exports
+        for (const KernelDefinition &definition : kernels)
+            (definition.exports.empty() ? includes : sources).insert(definition.file);
+        for (const std::string &option : target.compilerOptions)
+            options += " " + option;
+        write(directory, "files.cmake",
+              "set(targetOptions" + options + ")\nset(generatedSources" + joined(sources) +
+                  ")\nset(generatedIncludes" + joined(includes) + ")\n");
+    }
+
+    static std::string joined(const std::set<std::string> &names) {
+        std::string text;
+        for (const std::string &name : names)
+            text += "\n  " + name;
+        return text;
     }
 
     // The text of every kernel, written by as many threads as the machine has.
@@ -158,18 +194,6 @@ private:
         for (std::future<void> &worker : workers)
             worker.get();
         return texts;
-    }
-
-    // What the build has to know of the generated files.
-    std::string buildList(const std::map<std::string, std::string> &files,
-                          const std::set<std::string> &sources) const {
-        std::string options, compiled, included;
-        for (const std::string &option : target.compilerOptions)
-            options += " " + option;
-        for (const auto &[name, text] : files)
-            (sources.contains(name) ? compiled : included) += "\n  ${CMAKE_CURRENT_LIST_DIR}/" + name;
-        return "set(targetOptions" + options + ")\nset(generatedSources" + compiled +
-               ")\nset(generatedIncludes" + included + ")\n";
     }
 
     // Leaves a file that would not change as it is, so that nothing is compiled again for it.
