@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <numbers>
 #include <random>
+#include <zrfgen/transforms.hpp>
 
 namespace {
 
@@ -19,45 +20,39 @@ constexpr int length = 64, block = length / 2;
 constexpr int tapCount = 512, parts = tapCount / block;
 constexpr double cutoff = 0.1, attenuation = 80; // in parts of the sample rate; of the stop band, in dB
 
-using Spectrum = std::array<Float32, length>; // in Perm layout: both real bins, then pairs
+using Samples = std::array<float, length>;
+using Spectrum = std::array<float, length>;
+using zrfgen::orThrow, zrfgen::Scale;
+constexpr auto layout = zrfgen::Layout::Perm; // no elements that are always zero
 
-Spectrum transform(const Float32 *samples) {
+Spectrum transform(const Samples &samples) {
     Spectrum spectrum;
-    require(zrfgDFTFwd_RToPerm_64_32f(samples, spectrum.data(), zrfScaleInvByN));
+    orThrow(zrfgen::realDftForward<layout>(samples, spectrum, Scale::InverseByN));
     return spectrum;
-}
-
-void addProduct(const Spectrum &a, const Spectrum &b, Spectrum &sum) {
-    sum[0] += a[0] * b[0];
-    sum[1] += a[1] * b[1];
-    for (int k = 2; k < length; k += 2) {
-        sum[k] += a[k] * b[k] - a[k + 1] * b[k + 1];
-        sum[k + 1] += a[k] * b[k + 1] + a[k + 1] * b[k];
-    }
 }
 
 class BlockFilter {
 public:
-    explicit BlockFilter(const std::vector<Float32> &taps) {
+    explicit BlockFilter(const std::vector<float> &taps) {
         for (int p = 0; p < parts; ++p) {
-            std::array<Float32, length> part{}; // the other half stays zero
+            Samples part{}; // the other half stays zero
             std::copy_n(&taps[p * block], block, part.begin());
-            filter[p] = transform(part.data());
+            filter[p] = transform(part);
         }
     }
 
     // Takes the next block of a signal and writes the next one of the result, which may be the same array.
-    void apply(const Float32 *in, Float32 *out) {
+    void apply(const float *in, float *out) {
         std::copy(samples.begin() + block, samples.end(), samples.begin());
         std::copy_n(in, block, samples.begin() + block);
         newest = (newest + parts - 1) % parts;
-        recent[newest] = transform(samples.data());
+        recent[newest] = transform(samples);
 
         Spectrum sum{};
         for (int p = 0; p < parts; ++p)
-            addProduct(filter[p], recent[(newest + p) % parts], sum);
-        std::array<Float32, length> circular; // its first half is wrapped around
-        require(zrfgDFTInv_PermToR_64_32f(sum.data(), circular.data(), zrfScaleInvByN));
+            orThrow(zrfgen::addProductOfSpectra<layout>(filter[p], recent[(newest + p) % parts], sum));
+        Samples circular; // its first half is wrapped around
+        orThrow(zrfgen::realDftInverse<layout>(sum, circular, Scale::InverseByN));
         std::copy_n(circular.begin() + block, block, out);
     }
 
@@ -65,17 +60,17 @@ private:
     std::array<Spectrum, parts> filter,
         recent{}; // recent[newest] is the last block's, then backwards in time
     int newest = 0;
-    std::array<Float32, length> samples{};
+    Samples samples{};
 };
 
 // A low-pass filter: the ideal one's response cut off by a Kaiser window.
-std::vector<Float32> designLowPass() {
+std::vector<float> designLowPass() {
     const double beta = 0.1102 * (attenuation - 8.7), middle = (tapCount - 1) / 2.0;
-    std::vector<Float32> taps(tapCount);
+    std::vector<float> taps(tapCount);
     for (int i = 0; i < tapCount; ++i) {
         const double t = i - middle, x = t / middle; // t is never 0, between two taps
         const double window = std::cyl_bessel_i(0, beta * std::sqrt(1 - x * x)) / std::cyl_bessel_i(0, beta);
-        taps[i] = Float32(std::sin(2 * std::numbers::pi * cutoff * t) / (std::numbers::pi * t) * window);
+        taps[i] = float(std::sin(2 * std::numbers::pi * cutoff * t) / (std::numbers::pi * t) * window);
     }
     return taps;
 }
@@ -93,7 +88,7 @@ std::vector<Real> convolve(const std::vector<Real> &signal, const std::vector<Re
     return result;
 }
 
-std::vector<Float32> filterByBlocks(std::vector<Float32> signal, const std::vector<Float32> &taps) {
+std::vector<float> filterByBlocks(std::vector<float> signal, const std::vector<float> &taps) {
     BlockFilter filter(taps);
     for (std::size_t i = 0; i < signal.size(); i += block)
         filter.apply(&signal[i], &signal[i]);
@@ -101,17 +96,17 @@ std::vector<Float32> filterByBlocks(std::vector<Float32> signal, const std::vect
 }
 
 // The level at which a tone comes out when the filter has settled, in dB.
-double measureResponse(double frequency, const std::vector<Float32> &taps) {
-    std::vector<Float32> cosine(2 * tapCount), sine(2 * tapCount);
+double measureResponse(double frequency, const std::vector<float> &taps) {
+    std::vector<float> cosine(2 * tapCount), sine(2 * tapCount);
     for (int i = 0; i < 2 * tapCount; ++i) {
-        cosine[i] = Float32(std::cos(2 * std::numbers::pi * frequency * i));
-        sine[i] = Float32(std::sin(2 * std::numbers::pi * frequency * i));
+        cosine[i] = float(std::cos(2 * std::numbers::pi * frequency * i));
+        sine[i] = float(std::sin(2 * std::numbers::pi * frequency * i));
     }
     return 20 *
            std::log10(std::hypot(filterByBlocks(cosine, taps).back(), filterByBlocks(sine, taps).back()));
 }
 
-double definedResponse(double frequency, const std::vector<Float32> &taps) {
+double definedResponse(double frequency, const std::vector<float> &taps) {
     std::complex<double> sum;
     for (int i = 0; i < tapCount; ++i)
         sum += double(taps[i]) * std::polar(1.0, -2 * std::numbers::pi * frequency * i);
@@ -134,22 +129,22 @@ template <typename Work> double time(std::size_t samples, const Work &work) {
 
 int main(int count, char **values) try {
     const std::string output = parsePaths(count, values, "convolution OUTPUT.svg")[0];
-    const std::vector<Float32> taps = designLowPass();
+    const std::vector<float> taps = designLowPass();
 
     std::mt19937 random(1);
-    std::uniform_real_distribution<Float32> uniform(-1, 1);
-    std::vector<Float32> noise(1 << 17);
-    for (Float32 &sample : noise)
+    std::uniform_real_distribution<float> uniform(-1, 1);
+    std::vector<float> noise(1 << 17);
+    for (float &sample : noise)
         sample = uniform(random);
     const std::vector<double> exact =
         convolve<double>({noise.begin(), noise.end()}, {taps.begin(), taps.end()});
-    const std::vector<Float32> byBlocks = filterByBlocks(noise, taps), direct = convolve(noise, taps);
+    const std::vector<float> byBlocks = filterByBlocks(noise, taps), direct = convolve(noise, taps);
     double blockError = 0, directError = 0;
     for (std::size_t i = 0; i < noise.size(); ++i) {
         blockError = std::max(blockError, std::abs(byBlocks[i] - exact[i]));
         directError = std::max(directError, std::abs(direct[i] - exact[i]));
     }
-    const std::vector<Float32> piece(noise.begin(), noise.begin() + 4096);
+    const std::vector<float> piece(noise.begin(), noise.begin() + 4096);
     const double blockTime = time(piece.size(), [&] { filterByBlocks(piece, taps); });
     const double directTime = time(piece.size(), [&] { convolve(piece, taps); });
 

@@ -19,13 +19,12 @@ namespace {
 // out when the unfolded blocks are added.
 class LappedTransform {
 public:
-    explicit LappedTransform(int lines) : lines(lines), window(2 * lines), folded(lines) {
-        require(dct4.plan(lines));
+    explicit LappedTransform(int lines) : lines(lines), window(2 * lines), folded(lines), dct4(lines) {
         for (int i = 0; i < 2 * lines; ++i)
-            window[i] = Float32(std::sin(std::numbers::pi * (i + 0.5) / (2 * lines)));
+            window[i] = float(std::sin(std::numbers::pi * (i + 0.5) / (2 * lines)));
     }
 
-    void forward(const Float32 *samples, Float32 *spectrum) {
+    void forward(const float *samples, float *spectrum) {
         const int half = lines / 2;
         const auto windowed = [&](int i) { return window[i] * samples[i]; };
         for (int i = 0; i < half; ++i) {
@@ -35,9 +34,9 @@ public:
         transform(folded.data(), spectrum);
     }
 
-    void addInverse(const Float32 *spectrum, Float32 *samples) {
+    void addInverse(const float *spectrum, float *samples) {
         const int half = lines / 2;
-        const auto add = [&](int i, Float32 value) { samples[i] += window[i] * value; };
+        const auto add = [&](int i, float value) { samples[i] += window[i] * value; };
         transform(spectrum, folded.data());
         for (int i = 0; i < half; ++i) {
             add(lines + half - 1 - i, -folded[i]);
@@ -48,24 +47,21 @@ public:
     }
 
 private:
-    void transform(const Float32 *in, Float32 *out) { // with this factor, its own inverse
+    void transform(const float *in, float *out) { // with this scale, its own inverse
         const std::size_t count = lines;
-        require(dct4.transform({in, count}, {out, count}));
-        const Float32 scale = Float32(std::sqrt(2.0 / lines));
-        for (int k = 0; k < lines; ++k)
-            out[k] *= scale;
+        zrfgen::orThrow(dct4.transform({in, count}, {out, count}, zrfgen::Scale::BySqrtN));
     }
 
     int lines;
-    std::vector<Float32> window, folded;
-    zrfgen::Dct4<Float32> dct4;
+    std::vector<float> window, folded;
+    zrfgen::Dct4<float> dct4;
 };
 
 // Block after block of a recording's lines; the recording stands between zeros, so that every sample is in
 // two.
-std::vector<Float32> analyse(const std::vector<Float32> &samples, int lines) {
+std::vector<float> analyse(const std::vector<float> &samples, int lines) {
     const std::size_t blocks = (samples.size() + lines - 1) / lines + 1;
-    std::vector<Float32> padded((blocks + 1) * lines), spectrum(blocks * lines);
+    std::vector<float> padded((blocks + 1) * lines), spectrum(blocks * lines);
     std::copy(samples.begin(), samples.end(), padded.begin() + lines);
     LappedTransform lapped(lines);
     for (std::size_t i = 0; i < spectrum.size(); i += lines)
@@ -73,15 +69,15 @@ std::vector<Float32> analyse(const std::vector<Float32> &samples, int lines) {
     return spectrum;
 }
 
-std::vector<Float32> synthesise(const std::vector<Float32> &spectrum, int lines, std::size_t count) {
-    std::vector<Float32> padded(spectrum.size() + lines);
+std::vector<float> synthesise(const std::vector<float> &spectrum, int lines, std::size_t count) {
+    std::vector<float> padded(spectrum.size() + lines);
     LappedTransform lapped(lines);
     for (std::size_t i = 0; i < spectrum.size(); i += lines)
         lapped.addInverse(&spectrum[i], &padded[i]);
     return {padded.begin() + lines, padded.begin() + lines + count};
 }
 
-double signalToNoise(const std::vector<Float32> &signal, const std::vector<Float32> &approximation) {
+double signalToNoise(const std::vector<float> &signal, const std::vector<float> &approximation) {
     double power = 0, noise = 0;
     for (std::size_t i = 0; i < signal.size(); ++i) {
         power += std::pow(double(signal[i]), 2);
@@ -103,14 +99,14 @@ double entropy(const std::unordered_map<int, int> &counts) {
 }
 
 // Rounds to multiples of the step and returns the bits it takes, one code for each of 32 bands of lines.
-double quantise(std::vector<Float32> &values, int lines, double step) {
+double quantise(std::vector<float> &values, int lines, double step) {
     constexpr int mostBands = 32;
     const int bands = std::min(lines, mostBands);
     std::vector<std::unordered_map<int, int>> counts(bands);
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int level = int(std::lrint(values[i] / step));
         ++counts[i % lines * bands / lines][level];
-        values[i] = Float32(level * step);
+        values[i] = float(level * step);
     }
     double bits = 0;
     for (const std::unordered_map<int, int> &band : counts)
@@ -137,9 +133,9 @@ int main(int count, char **values) try {
     const std::vector<std::string> paths = parsePaths(count, values, "lapped_coder INPUT.wav OUTPUT.svg");
     const Recording recording = readRecording(paths[0]);
     keepRecording(paths[0], paths[1]);
-    const std::vector<Float32> &samples = recording.samples;
+    const std::vector<float> &samples = recording.samples;
     double loudest = 0;
-    for (const Float32 sample : samples)
+    for (const float sample : samples)
         loudest = std::max<double>(loudest, std::abs(sample));
     if (loudest == 0)
         throw std::runtime_error("'" + paths[0] + "' is silent; give a recording with sound in it");
@@ -148,9 +144,9 @@ int main(int count, char **values) try {
                 recording.sampleRate);
     Plot plot{"Coding a recording: bits against noise", "bits a sample", "signal to noise in dB", {}};
     for (const int lines : {1, 64, 256, 1024}) { // 1 stands for no transform
-        const std::vector<Float32> spectrum = lines == 1 ? samples : analyse(samples, lines);
+        const std::vector<float> spectrum = lines == 1 ? samples : analyse(samples, lines);
         if (lines > 1) {
-            const std::vector<Float32> back = synthesise(spectrum, lines, samples.size());
+            const std::vector<float> back = synthesise(spectrum, lines, samples.size());
             double largest = 0;
             for (std::size_t i = 0; i < samples.size(); ++i)
                 largest = std::max<double>(largest, std::abs(back[i] - samples[i]));
@@ -160,7 +156,7 @@ int main(int count, char **values) try {
         Curve curve{lines == 1 ? "no transform" : std::to_string(lines) + " lines", Curve::line, 0, {}, {}};
         curve.colour = int(plot.curves.size()) * 2;
         for (double step = loudest / 4096; step < 2 * loudest; step *= std::numbers::sqrt2) {
-            std::vector<Float32> quantised = spectrum;
+            std::vector<float> quantised = spectrum;
             const double bits = quantise(quantised, lines, step);
             curve.x.push_back(bits / double(samples.size()));
             curve.y.push_back(signalToNoise(

@@ -3,16 +3,24 @@
 #include "plot.h"
 #include "program.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
 #include <complex>
 #include <cstdio>
 #include <numbers>
+#include <numeric>
 #include <random>
+#include <span>
+#include <zrfgen/transforms.hpp>
 
 namespace {
 
+using Complex = std::complex<float>;
+using zrfgen::orThrow;
+
+constexpr auto scale = zrfgen::Scale::BySqrtN;
 constexpr int length = 64, prefix = 16;
 constexpr int delay = 5;             // of the channel, in samples; the receiver keeps the sender's time
 constexpr int bitsPerCount = 201600; // whole symbols of every scheme below
@@ -34,7 +42,7 @@ constexpr std::array<Scheme, 7> schemes{{{"plain", 60, 1, false},
 
 struct Outcome {
     int wrongBits = 0;
-    double peak = 0; // power of a symbol's strongest sample by its mean, averaged over the symbols
+    std::vector<double> peaks; // of each symbol, the power of the strongest sample divided by the mean power
 };
 
 // Neighbours differ in one bit. The mean power of a point is 1.
@@ -63,45 +71,44 @@ Outcome transmit(const Scheme &scheme, double noisePower, std::mt19937 &random) 
     const int symbols = bitsPerCount / (2 * scheme.axisBits * scheme.carriers);
     for (int symbol = 0; symbol < symbols; ++symbol) {
         std::array<std::array<unsigned, 2>, length> sent;
-        std::array<Complex32, length> points, grid{}, samples;
+        std::array<Complex, length> grid{}, samples;
+        std::array<Complex, length> pointsOfAll;
+        const std::span points(pointsOfAll.data(), scheme.carriers);
         for (int c = 0; c < scheme.carriers; ++c) {
             for (unsigned &bits : sent[c])
                 bits = random() >> (32 - scheme.axisBits);
             points[c] = {level(scheme.axisBits, sent[c][0]), level(scheme.axisBits, sent[c][1])};
         }
         if (scheme.spread)
-            require(zrfgDFTFwd_CToC_32fc(points.data(), points.data(), scheme.carriers, zrfScaleBySqrtN));
+            orThrow(zrfgen::dftForward(points, points, scale));
         for (int c = 0; c < scheme.carriers; ++c)
             grid[carrier(scheme, c)] = points[c];
-        require(zrfgDFTInv_CToC_64_32fc(grid.data(), samples.data(), zrfScaleBySqrtN));
+        orThrow(zrfgen::dftInverse(grid, samples, scale));
 
         double peak = 0, power = 0;
-        std::array<Complex32, prefix + length> onAir;
+        std::array<Complex, prefix + length> onAir;
         for (int i = 0; i < prefix + length; ++i) // the symbol's end stands before it as well
             onAir[i] = samples[(i + length - prefix) % length];
-        for (const Complex32 &x : samples) {
-            peak = std::max<double>(peak, x.re * x.re + x.im * x.im);
-            power += (x.re * x.re + x.im * x.im) / length;
+        for (const Complex &x : samples) {
+            peak = std::max<double>(peak, std::norm(x));
+            power += std::norm(x) / length;
         }
-        outcome.peak += peak / power / symbols;
+        outcome.peaks.push_back(peak / power);
 
         for (int i = 0; i < length; ++i) {
-            const Complex32 &x = onAir[prefix - delay + i];
-            samples[i] = {x.re + deviation * normal(random), x.im + deviation * normal(random)};
+            const float re = deviation * normal(random), im = deviation * normal(random);
+            samples[i] = onAir[prefix - delay + i] + Complex(re, im);
         }
-        require(zrfgDFTFwd_CToC_64_32fc(samples.data(), grid.data(), zrfScaleBySqrtN));
+        orThrow(zrfgen::dftForward(samples, grid, scale));
         for (int c = 0; c < scheme.carriers; ++c) { // the prefix has made the delay a turn of each carrier
             const int k = carrier(scheme, c);
-            const std::complex<float> turned =
-                std::complex(grid[k].re, grid[k].im) *
-                std::polar(1.0f, 2 * std::numbers::pi_v<float> * k * delay / length);
-            points[c] = {turned.real(), turned.imag()};
+            points[c] = grid[k] * std::polar(1.0f, 2 * std::numbers::pi_v<float> * k * delay / length);
         }
         if (scheme.spread)
-            require(zrfgDFTInv_CToC_32fc(points.data(), points.data(), scheme.carriers, zrfScaleBySqrtN));
+            orThrow(zrfgen::dftInverse(points, points, scale));
         for (int c = 0; c < scheme.carriers; ++c)
-            outcome.wrongBits += std::popcount(sent[c][0] ^ nearest(scheme.axisBits, points[c].re)) +
-                                 std::popcount(sent[c][1] ^ nearest(scheme.axisBits, points[c].im));
+            outcome.wrongBits += std::popcount(sent[c][0] ^ nearest(scheme.axisBits, points[c].real())) +
+                                 std::popcount(sent[c][1] ^ nearest(scheme.axisBits, points[c].imag()));
     }
     return outcome;
 }
@@ -122,18 +129,29 @@ int main(int count, char **values) try {
     const std::string output = parsePaths(count, values, "ofdm_modem OUTPUT.svg")[0];
     std::mt19937 random(1);
 
+    Plot plot{"Spreading by a DFT lowers the peaks of an OFDM signal",
+              "peak power above the mean, dB",
+              "part of the symbols with a higher peak",
+              {},
+              true};
     int wrongWithoutNoise = 0;
     std::array<double, schemes.size()> peaks;
     for (std::size_t s = 0; s < schemes.size(); ++s) {
         const Outcome outcome = transmit(schemes[s], 0, random);
         wrongWithoutNoise += outcome.wrongBits;
-        peaks[s] = outcome.peak;
+        peaks[s] =
+            std::accumulate(outcome.peaks.begin(), outcome.peaks.end(), 0.0) / double(outcome.peaks.size());
+        // How many symbols have a peak above so many decibels.
+        plot.curves.push_back(
+            {schemes[s].name, schemes[s].axisBits == 2 ? Curve::dashes : Curve::line, int(s), {}, {}});
+        for (int step = 20; step <= 120; ++step) {
+            const double level = step / 10.0;
+            const auto above = std::ranges::count_if(
+                outcome.peaks, [&](double peak) { return 10 * std::log10(peak) > level; });
+            plot.curves[s].x.push_back(level);
+            plot.curves[s].y.push_back(double(above) / double(outcome.peaks.size()));
+        }
     }
-
-    Plot plot{"Bit errors of a 64-point OFDM modem", "Eb/N0 in dB", "bit error rate", {}, true};
-    plot.curves = {{"QPSK, theory", Curve::line, 0, {}, {}}, {"16-QAM, theory", Curve::dashes, 0, {}, {}}};
-    for (std::size_t s = 0; s < schemes.size(); ++s)
-        plot.curves.push_back({schemes[s].name, Curve::marks, 1 + int(s), {}, {}});
 
     std::printf("Eb/N0 dB  QPSK theory");
     for (const Scheme &scheme : schemes)
@@ -144,10 +162,6 @@ int main(int count, char **values) try {
     for (int decibels = 0; decibels <= decibelsHigh; ++decibels) {
         const double bitToNoise = std::pow(10, decibels / 10.0);
         std::printf("%8d  %11.3e", decibels, theory(1, bitToNoise));
-        for (int axisBits : {1, 2}) {
-            plot.curves[axisBits - 1].x.push_back(decibels);
-            plot.curves[axisBits - 1].y.push_back(theory(axisBits, bitToNoise));
-        }
         for (std::size_t s = 0; s < schemes.size(); ++s) {
             const double expected = theory(schemes[s].axisBits, bitToNoise);
             if (schemes[s].axisBits == 2)
@@ -156,8 +170,6 @@ int main(int count, char **values) try {
                 transmit(schemes[s], 1 / (2 * schemes[s].axisBits * bitToNoise), random).wrongBits;
             const double rate = double(wrong) / bitsPerCount;
             std::printf("  %9.3e", rate);
-            plot.curves[2 + s].x.push_back(decibels);
-            plot.curves[2 + s].y.push_back(rate);
             const double deviations = (rate - expected) / std::sqrt(expected * (1 - expected) / bitsPerCount);
             largest = std::max(largest, std::abs(deviations));
             squares += deviations * deviations;

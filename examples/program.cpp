@@ -20,12 +20,6 @@ void keepRecording(const std::string &recording, const std::string &picture) {
         throw std::runtime_error("the picture would overwrite the recording; name another output");
 }
 
-void require(Status status) {
-    if (status != zrfStatusOk)
-        throw std::runtime_error("the library refused a transform (status " + std::to_string(status) +
-                                 "); rebuild it and try again");
-}
-
 int reportFailure(const char *program, const std::exception &error) {
     std::fprintf(stderr, "%s: %s\n", program, error.what());
     return dynamic_cast<const UsageError *>(&error) ? 2 : 1;

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <zrfgen/transforms.h>
-
 #include <exception>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-// What the programs have in common: how they read paths, check the library's answers, and fail.
+// What the programs have in common: how they read paths, and fail.
 
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -18,9 +16,6 @@ std::vector<std::string> parsePaths(int count, char **values, const std::string 
 
 // Throws if both paths are those of one file.
 void keepRecording(const std::string &recording, const std::string &picture);
-
-// Throws unless the library has done what it was asked for.
-void require(Status status);
 
 // Prints the line for the user and returns the program's exit code: 2 for wrong usage, else 1.
 int reportFailure(const char *program, const std::exception &error);

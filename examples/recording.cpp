@@ -3,11 +3,30 @@
 #include <sndfile.hh>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
+
+namespace {
+
+// libsndfile reads what there is and keeps a log of what the header states.
+std::string lengthRemark(SndfileHandle &file) {
+    char log[4096] = "";
+    file.command(SFC_GET_LOG_INFO, log, sizeof log);
+    const char *const line = std::strstr(log, "\ndata : ");
+    unsigned long long stated, held;
+    if (line == nullptr || std::sscanf(line, "\ndata : %llu (should be %llu)", &stated, &held) != 2 ||
+        stated <= held)
+        return "";
+    return "the file is cut off: it holds " + std::to_string(held) + " bytes of samples, its header states " +
+           std::to_string(stated);
+}
+
+} // namespace
 
 Recording readRecording(const std::string &path) {
     const auto fail = [&path](const std::string &problem) {
@@ -24,15 +43,17 @@ Recording readRecording(const std::string &path) {
     if (file.samplerate() < 1 || file.channels() < 1)
         fail("has a damaged header; export the recording again");
 
-    Recording recording{{}, file.samplerate(), file.channels()};
-    // The header's length may be wrong, so read until nothing more comes.
+    Recording recording{{}, file.samplerate(), file.channels(), 0, lengthRemark(file)};
     constexpr sf_count_t blockFrames = 4096;
     std::vector<float> block(blockFrames * recording.channels);
     while (const sf_count_t count = file.readf(block.data(), blockFrames)) {
         for (sf_count_t i = 0; i < count; ++i) {
             float sum = 0;
-            for (int c = 0; c < recording.channels; ++c)
+            for (int c = 0; c < recording.channels; ++c) {
                 sum += block[i * recording.channels + c];
+                recording.loudestInput =
+                    std::max(recording.loudestInput, std::abs(block[i * recording.channels + c]));
+            }
             // Far above any real level, yet low enough that no power computed from it overflows.
             if (!(std::abs(sum) < 1e15f))
                 fail("holds samples that are no usable numbers; export the recording again");

@@ -7,6 +7,8 @@ struct Recording {
     std::vector<float> samples; // all channels mixed to one; 1 is full scale
     int sampleRate;
     int channels;
+    float loudestInput; // of any channel by itself
+    std::string remark; // what is odd about the file, or nothing
 
     double duration() const { return double(samples.size()) / sampleRate; }
 };

@@ -7,26 +7,23 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <random>
+#include <zrfgen/transforms.hpp>
 
 namespace {
 
-constexpr int order = 10, length = 1 << order;
+constexpr int length = 1024;
 constexpr int vectorsEach = 200;
 
-using Vector = std::array<Float32, length>;
+using Vector = std::array<float, length>;
 
 class Rotation {
 public:
     explicit Rotation(std::mt19937 &random) {
-        for (Float32 &sign : signs)
+        for (float &sign : signs)
             sign = random() >> 31 ? 1.0f : -1.0f;
-        std::int32_t size;
-        require(zrfgWHTGetBufferSize_32f(order, &size));
-        buffer.resize(size / sizeof(Chunk) + 1);
     }
 
     Vector forward(Vector x) {
@@ -44,25 +41,21 @@ public:
     }
 
 private:
-    struct alignas(16) Chunk {
-        std::uint8_t bytes[16];
-    };
-
     void transform(Vector &x) { // with this scaling, its own inverse
-        require(zrfgWHT_10_32f(x.data(), x.data(), zrfScaleBySqrtN, buffer[0].bytes));
+        zrfgen::orThrow(zrfgen::walshHadamard(x, x, zrfgen::Scale::BySqrtN, buffer));
     }
 
     Vector signs;
-    std::vector<Chunk> buffer;
+    std::vector<zrfgen::ScratchBlock> buffer{zrfgen::walshHadamardBufferSize<float>(length)};
 };
 
 // To the nearest of 2^bits - 1 levels, evenly spaced up to the largest element.
 Vector quantise(Vector x, int bits) {
-    Float32 largest = 0;
-    for (const Float32 element : x)
+    float largest = 0;
+    for (const float element : x)
         largest = std::max(largest, std::abs(element));
-    const Float32 step = largest / Float32((1 << (bits - 1)) - 1);
-    for (Float32 &element : x)
+    const float step = largest / float((1 << (bits - 1)) - 1);
+    for (float &element : x)
         element = std::round(element / step) * step;
     return x;
 }
@@ -88,14 +81,14 @@ int main(int count, char **values) try {
     std::mt19937 random(1);
     Rotation rotation(random);
 
-    std::normal_distribution<Float32> normal;
-    std::student_t_distribution<Float32> heavyTailed(3);
+    std::normal_distribution<float> normal;
+    std::student_t_distribution<float> heavyTailed(3);
     struct Kind {
         const char *name;
-        std::function<Float32()> element;
+        std::function<float()> element;
     };
     const auto outlier = [&] {
-        const Float32 element = normal(random);
+        const float element = normal(random);
         return random() % 100 == 0 ? 30 * element : element;
     };
     const std::array<Kind, 3> kinds{{{"normal", [&] { return normal(random); }},

@@ -1,17 +1,17 @@
 #include "short_time_transform.h"
 
-#include "program.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <span>
+#include <zrfgen/transforms.hpp>
 
 namespace {
 
-// With this flag both ways, the inverse transform gives the frame back.
-constexpr std::int32_t scaling = zrfScaleFwdByN;
+// With this scale both ways, the inverse transform gives the frame back.
+constexpr auto scale = zrfgen::Scale::ForwardByN;
 
 } // namespace
 
@@ -31,9 +31,12 @@ Spectrogram transformFrames(const std::vector<float> &samples, int length, int m
 
     // A block of frames at a time, so that reading the clock costs little beside the transforms.
     constexpr std::int64_t blockFrames = 256;
-    const int spectrumLength = 2 * result.bins; // real and imaginary part of each bin
-    std::vector<Float32> frames(blockFrames * length), spectra(blockFrames * spectrumLength),
-        back(frames.size());
+    std::vector<float> frames(blockFrames * length), back(frames.size());
+    std::vector<std::complex<float>> spectra(blockFrames * result.bins);
+    const auto frame = [length](std::vector<float> &all, std::int64_t f) {
+        return std::span(&all[f * length], length);
+    };
+    const auto spectrum = [&](std::int64_t f) { return std::span(&spectra[f * result.bins], result.bins); };
     for (std::int64_t first = 0; first < result.frames; first += blockFrames) {
         const std::int64_t count = std::min(blockFrames, result.frames - first);
         for (std::int64_t f = 0; f < count; ++f)
@@ -42,10 +45,10 @@ Spectrogram transformFrames(const std::vector<float> &samples, int length, int m
 
         const auto start = std::chrono::steady_clock::now();
         for (std::int64_t f = 0; f < count; ++f)
-            require(
-                zrfgDFTFwd_RToCCS_32f(&frames[f * length], &spectra[f * spectrumLength], length, scaling));
+            zrfgen::orThrow(
+                zrfgen::realDftForward<zrfgen::Layout::CCS>(frame(frames, f), spectrum(f), scale));
         for (std::int64_t f = 0; f < count; ++f)
-            require(zrfgDFTInv_CCSToR_32f(&spectra[f * spectrumLength], &back[f * length], length, scaling));
+            zrfgen::orThrow(zrfgen::realDftInverse<zrfgen::Layout::CCS>(spectrum(f), frame(back, f), scale));
         result.transformSeconds +=
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
@@ -55,8 +58,8 @@ Spectrogram transformFrames(const std::vector<float> &samples, int length, int m
             for (int b = 0; b < result.bins; ++b) {
                 // The window halves a sine, and its mirror image above half the rate takes half of the rest.
                 const double gain = b == 0 || 2 * b == length ? 2 : 4;
-                const Float32 *x = &spectra[f * spectrumLength + 2 * b];
-                result.power[column * result.bins + b] += std::norm(gain * std::complex<double>(x[0], x[1]));
+                result.power[column * result.bins + b] +=
+                    std::norm(gain * std::complex<double>(spectrum(f)[b]));
             }
         }
         for (std::int64_t i = 0; i < count * length; ++i)

@@ -14,6 +14,7 @@
 #include <string>
 #include <system_error>
 #include <vector>
+#include <zrfgen/transforms.h>
 
 namespace {
 
@@ -71,15 +72,22 @@ void printSummary(const Arguments &arguments, const Recording &recording, const 
     std::printf("recording    %s\n", arguments.input.c_str());
     std::printf("sound        %.6g s at %d Hz, %d channel%s\n", recording.duration(), recording.sampleRate,
                 recording.channels, recording.channels == 1 ? "" : "s mixed to one");
-    std::printf("level        peak %.1f dB, mean %.1f dB (0 dB is full scale)\n", decibels(peak * peak),
-                decibels(energy / double(recording.samples.size())));
+    if (!recording.remark.empty())
+        std::printf("remark       %s\n", recording.remark.c_str());
+    if (peak > 0)
+        std::printf("level        peak %.1f dB, mean %.1f dB (0 dB is full scale)\n", decibels(peak * peak),
+                    decibels(energy / double(recording.samples.size())));
     std::printf("frames       %lld of %d samples, one every %d\n", (long long)spectrogram.frames,
                 spectrogram.length, spectrogram.hop);
-    if (peak == 0)
+    if (recording.loudestInput == 0)
         std::printf("loudest      nothing, the recording is silent\n");
+    else if (peak == 0)
+        std::printf("loudest      nothing, the channels are opposite and cancel when they are mixed\n");
     else
-        std::printf("loudest      %.6g Hz (bin %d of %d, each %.6g Hz wide), %.1f dB on average\n",
-                    loudest * binWidth, loudest, spectrogram.bins - 1, binWidth, decibels(binPower[loudest]));
+        std::printf("loudest      the band from %.6g to %.6g Hz (bin %d of %d), %.1f dB on average\n",
+                    std::max(0.0, loudest - 0.5) * binWidth,
+                    std::min(loudest + 0.5, spectrogram.length / 2.0) * binWidth, loudest,
+                    spectrogram.bins - 1, decibels(binPower[loudest]));
     std::printf("transforms   %.0f forward and inverse in %.3f ms, %.2f million per second\n", transforms,
                 spectrogram.transformSeconds * 1e3, transforms / spectrogram.transformSeconds / 1e6);
     std::printf("round trip   largest error %.1e of full scale\n", spectrogram.roundTripError);

@@ -52,9 +52,10 @@ TEST(Spectrogram, findsTheTone) {
         const std::string tone = writeTone("tone.wav", bin * binWidth, sampleRate / 2);
         const Outcome outcome = run("spectrogram " + tone + " tone.png --length " + std::to_string(length));
         EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
-        const std::string loudest = std::to_string(bin * binWidth) + " Hz (bin " + std::to_string(bin) +
-                                    " of " + std::to_string(length / 2) + ", each " +
-                                    std::to_string(binWidth) + " Hz wide), -6.0 dB";
+        const std::string loudest =
+            " Hz (bin " + std::to_string(bin) + " of " + std::to_string(length / 2) + "), -6.0 dB";
+        EXPECT_EQ(numberAfter(outcome.text, "the band from "), (bin - 0.5) * binWidth);
+        EXPECT_EQ(numberAfter(textAfter(outcome.text, "the band from "), " to "), (bin + 0.5) * binWidth);
         EXPECT_NE(outcome.text.find(loudest), std::string::npos) << outcome.text;
 
         const double error = numberAfter(outcome.text, "largest error ");
@@ -66,10 +67,31 @@ TEST(Spectrogram, findsTheTone) {
 }
 
 TEST(Spectrogram, drawsWhatHasNoTone) {
-    EXPECT_EQ(run("spectrogram " + writeTone("silence.wav", 0, sampleRate) + " silence.png").exitCode, 0);
+    const Outcome silence = run("spectrogram " + writeTone("silence.wav", 0, sampleRate) + " silence.png");
+    EXPECT_EQ(silence.exitCode, 0);
+    EXPECT_NE(silence.text.find("the recording is silent"), std::string::npos) << silence.text;
     expectPicture("silence.png");
     EXPECT_EQ(run("spectrogram " + writeTone("short.wav", 9000, 2) + " short.png --length 2").exitCode, 0);
     expectPicture("short.png");
+}
+
+TEST(Spectrogram, saysWhatIsOddAboutARecording) {
+    std::vector<float> opposite;
+    for (int i = 0; i < sampleRate; ++i)
+        opposite.insert(opposite.end(), {float(i % 50) / 50, -float(i % 50) / 50});
+    SndfileHandle("opposite.wav", SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, sampleRate)
+        .writef(opposite.data(), sampleRate);
+    const Outcome cancelled = run("spectrogram opposite.wav odd.png");
+    EXPECT_EQ(cancelled.exitCode, 0);
+    EXPECT_NE(cancelled.text.find("the channels are opposite"), std::string::npos) << cancelled.text;
+
+    writeTone("cut.wav", 440, sampleRate);
+    std::filesystem::resize_file("cut.wav", std::filesystem::file_size("cut.wav") / 2);
+    const Outcome cut = run("spectrogram cut.wav odd.png");
+    EXPECT_EQ(cut.exitCode, 0);
+    EXPECT_NE(cut.text.find("the file is cut off"), std::string::npos) << cut.text;
+    EXPECT_EQ(numberAfter(cut.text, "header states "), sampleRate * 2 * sizeof(float)) << cut.text;
+    EXPECT_LE(numberAfter(cut.text, "the band from "), 440);
 }
 
 TEST(Spectrogram, refusesBadRecordings) {
