@@ -65,7 +65,13 @@ void printSummary(const Arguments &arguments, const Recording &recording, const 
     for (int column = 0; column < spectrogram.columns; ++column)
         for (int b = 0; b < spectrogram.bins; ++b)
             binPower[b] += spectrogram.at(column, b) / spectrogram.columns;
-    const int loudest = int(std::max_element(binPower.begin(), binPower.end()) - binPower.begin());
+    // A tone near either end has its mirror image in the same bin, in changing phase: it is measured at half
+    // of its power there.
+    std::vector<double> tonePower = binPower;
+    tonePower.front() *= 2;
+    if (spectrogram.length % 2 == 0)
+        tonePower.back() *= 2;
+    const int loudest = int(std::max_element(tonePower.begin(), tonePower.end()) - tonePower.begin());
     const double binWidth = double(recording.sampleRate) / spectrogram.length;
     const double transforms = 2.0 * double(spectrogram.frames);
 

@@ -66,6 +66,18 @@ TEST(Spectrogram, findsTheTone) {
     }
 }
 
+TEST(Spectrogram, namesTheBandOfATone) {
+    for (const int length : {7, 16, 64})
+        for (const double frequency : {100, 440, 1000, 15000, 23900}) {
+            const std::string tone = writeTone("band.wav", frequency, sampleRate / 2);
+            const Outcome outcome =
+                run("spectrogram " + tone + " band.png --length " + std::to_string(length));
+            const std::string band = textAfter(outcome.text, "the band ");
+            EXPECT_LE(numberAfter(band, "from "), frequency) << outcome.text;
+            EXPECT_GE(numberAfter(band, " to "), frequency) << outcome.text;
+        }
+}
+
 TEST(Spectrogram, drawsWhatHasNoTone) {
     const Outcome silence = run("spectrogram " + writeTone("silence.wav", 0, sampleRate) + " silence.png");
     EXPECT_EQ(silence.exitCode, 0);
