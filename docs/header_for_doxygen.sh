@@ -1,8 +1,8 @@
 #!/bin/sh
-# header_for_doxygen.sh PREPROCESSOR HEADER: the types of the C header with their comments, and every function in the
+# header_for_doxygen.sh HEADER: the types of the C header with their comments, and every function in the
 # order of lengths with a line of its own.
 set -eu
-preprocessor=$1 header=$2
+header=$1
 
 echo "/** @file transforms.h The interface of the library in C. */"
 echo "/** @defgroup functions All functions */"
@@ -18,7 +18,7 @@ awk '
     isType { gsub(/\/\* /, "/**< "); print; if (/;$/ && !/^ /) { isType = 0; print "" } }
     { comment = "" }' "$header"
 
-"$preprocessor" -E -P -x c "$header" | tr '\n' ' ' | sed 's/;/;\n/g' |
+cc -E -P -x c "$header" | tr '\n' ' ' | sed 's/;/;\n/g' |
     sed -n 's/ ;$/;/; s/^ *\(.*[ *]\(zrfg[A-Za-z]*Get*[A-Za-z]*\|zrfg[A-Za-z0-9_]*\)(.*;\)$/\2 \1/p' |
     sort -V | awk '
     function page(family) {
