@@ -1,4 +1,4 @@
-// What a call costs: the function of a fixed length beside the any-size entry and the typed C++ face.
+// What a call costs: the function of a fixed length beside the any-size entry and the typed C++ interface.
 #include "contest.h"
 
 #include <zrfgen/transforms.hpp>

@@ -1,4 +1,4 @@
-// The same functions in C and by the typed face. Where the face knows the length, the compiler makes of both
+// The same functions in C and by the typed interface. Where that knows the length, the compiler makes of both
 // the same object file, to the byte.
 #include <zrfgen/transforms.hpp>
 

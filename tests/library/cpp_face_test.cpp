@@ -1,4 +1,4 @@
-// The typed C++ face: the values and refusals of the C calls behind it, and what does not compile.
+// The typed C++ interface: the values and refusals of the C calls behind it, and what does not compile.
 #include "exports.h"
 #include "random.h"
 
