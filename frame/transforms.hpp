@@ -268,7 +268,7 @@ constexpr std::size_t lengthOfReals() noexcept {
 /// N is the template argument, else a static extent, else the size of the source at run time. The elements
 /// are std::complex of float or double, zrfComplex32 or zrfComplex64: the same in both arrays.
 /// \return zrfStatusOk; zrfStatusSizeError if sizes known at run time alone do not fit; zrfStatusNullPointer
-/// if a pointer is null; zrfStatusFlagError if the scale is none of the enumerators
+/// if a pointer is null; zrfStatusFlagError if the scale is not one of the enumerators
 template <std::size_t N = dynamic, class Source, detail::ComplexDestination<const Source &> Destination>
 [[nodiscard]] zrfStatus dftForward(const Source &source, Destination &&destination, Scale scale) noexcept {
     return detail::transformEqual<detail::DFTFwd_CToC, N>(source, destination, scale);
@@ -478,8 +478,8 @@ public:
     /// Twice without a scale gives N/2 times the input, so N/2 takes the place of N in the scale: BySqrtN is
     /// sqrt(2/N), with which the transform is its own inverse, and both of the others are 2/N. The products
     /// by it are rounded like all others. \return zrfStatusOk; zrfStatusNullPointer without a plan;
-    /// zrfStatusSizeError if an array is not of N elements; zrfStatusFlagError if the scale is none of the
-    /// enumerators
+    /// zrfStatusSizeError if an array is not of N elements; zrfStatusFlagError if the scale is not one
+    /// of the enumerators
     [[nodiscard]] zrfStatus transform(std::span<const Real> source, std::span<Real> destination,
                                       Scale scale = Scale::None) noexcept {
         if (!block)
@@ -566,10 +566,10 @@ template <class From, std::size_t M, class To, std::size_t N,
 /// What a status says, for a person to read.
 [[nodiscard]] constexpr const char *describe(zrfStatus status) noexcept {
     return status == zrfStatusOk            ? "no error"
-           : status == zrfStatusPlanError   ? "the DCT-IV plan is none of this library, or was overwritten"
+           : status == zrfStatusPlanError   ? "the DCT-IV plan is not one of this element type, or was overwritten"
            : status == zrfStatusSizeError   ? "a length is out of range, or an array's size does not fit"
            : status == zrfStatusNullPointer ? "a pointer is null, no plan was made, or memory is exhausted"
-           : status == zrfStatusFlagError   ? "the scale is none of the four"
+           : status == zrfStatusFlagError   ? "the scale is not one of the four"
                                             : "unknown status";
 }
 
