@@ -1,5 +1,5 @@
-// The head of the real and Hartley kernels. They move one element at a time, so alignment makes no
-// difference.
+// The head of the real and Hartley kernels. They move elements and vectors as those of unaligned arrays, so
+// alignment makes no difference.
 //
 // Besides its factors, a Kernel has
 //     transform<layout>(src, dst, factor)

@@ -34,7 +34,7 @@ inline void storeLower(unsigned char *destination, __m128d value) {
 }
 
 inline void storeUpper(unsigned char *destination, __m128d value) {
-    storeElement(destination, _mm_cvtsd_f64(_mm_unpackhi_pd(value, value)));
+    storeElement(destination, value[1]);
 }
 
 inline void storeLower(unsigned char *destination, __m128 value) {
@@ -45,8 +45,35 @@ inline void storeUpper(unsigned char *destination, __m128 value) {
     storeUpper(destination, _mm_castps_pd(value));
 }
 
+// A number in the lowest lane, which is where it lies already.
+inline __m128d inVector(Float64 value) {
+    __m128d vector;
+    asm("" : "=x"(vector) : "0"(value));
+    return vector;
+}
+
+inline __m128 inVector(Float32 value) {
+    __m128 vector;
+    asm("" : "=x"(vector) : "0"(value));
+    return vector;
+}
+
+// One lane as a number.
+template <int lane> inline Float64 element(__m128d value) {
+    return _mm_cvtsd_f64(lane == 0 ? value : _mm_unpackhi_pd(value, value));
+}
+
+template <int lane> inline Float32 element(__m128 value) {
+    if constexpr (lane == 1)
+        return _mm_cvtss_f32(_mm_movehdup_ps(value));
+    return _mm_cvtss_f32(_mm_shuffle_ps(value, value, lane));
+}
+
 // Both lanes exchanged, by the one instruction that leaves its source alone.
 inline __m128d exchanged(__m128d value) {
+#ifdef __AVX__
+    return _mm_shuffle_pd(value, value, 1);
+#endif
     return _mm_castsi128_pd(_mm_shuffle_epi32(_mm_castpd_si128(value), _MM_SHUFFLE(1, 0, 3, 2)));
 }
 

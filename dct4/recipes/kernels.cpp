@@ -248,8 +248,11 @@ std::string times(int factor, const std::string &stride) {
 }
 
 KernelDefinition direct(int length, Element element) {
-    return stageKernel("Direct", length, {{"const unsigned char *", "src"}, {"unsigned char *", "dst"}},
-                       length, element, [=] { return directDct4(length, element); });
+    KernelDefinition definition =
+        stageKernel("Direct", length, {{"const unsigned char *", "src"}, {"unsigned char *", "dst"}}, length,
+                    element, [=] { return directDct4(length, element); });
+    definition.arrays = arraysAnywhere();
+    return definition;
 }
 
 KernelDefinition input(int n, Element element) {

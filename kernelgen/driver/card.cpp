@@ -77,16 +77,21 @@ std::string firstPairs(const Graph &graph) {
     return text;
 }
 
-std::string registers(const CompiledKernel &kernel, const Target &target) {
+// How many operations there are on how many elements.
+std::string lanes(const Counts &counts) {
     std::string text;
-    for (const int registers : target.registers) {
-        const Traffic cost = traffic(kernel.graph, kernel.schedule, registers);
-        if (text.empty())
-            text = row("registers", number(cost.most, "values live at most"));
-        text += row("", "of " + std::to_string(registers) + ": " + number(cost.spills, "spills, ") +
-                            number(cost.reloads, "reloads"));
-    }
+    for (const auto [lanes, operations] : counts.operationsOfLanes)
+        text += text.empty() ? number(operations, "operations on ") +
+                                   number(lanes, lanes == 1 ? "element" : "elements")
+                             : ", " + number(operations, "on ") + std::to_string(lanes);
     return text;
+}
+
+std::string registers(const CompiledKernel &kernel, const Target &target) {
+    const Traffic cost = traffic(kernel.graph, kernel.schedule, target.registers);
+    return row("registers", number(cost.most, "values live at most, of ") +
+                                number(target.registers, "registers: ") + number(cost.spills, "spills, ") +
+                                number(cost.reloads, "reloads"));
 }
 
 } // namespace
@@ -101,14 +106,15 @@ std::string card(const KernelDefinition &definition, const CompiledKernel &kerne
     if (!pairs.empty())
         text += row("first pairs", pairs);
     text += row("arithmetic", number(counts.sums(), "additions (") + number(counts.additions, "add, ") +
-                                  number(counts.subtractions, "sub), ") +
+                                  number(counts.subtractions, "sub, ") +
+                                  number(counts.alternations, "both in turn), ") +
                                   number(counts.multiplications - counts.scalings, "multiplications and ") +
                                   number(counts.scalings, "for the scale"));
     if (counts.conversions > 0)
         text += row("in Float64", number(counts.wideSums, "additions, ") +
                                       number(counts.wideProducts, "multiplications; ") +
                                       number(counts.conversions, "conversions"));
-    return text +
+    return text + row("lanes", lanes(counts)) +
            row("other", number(counts.shuffles, "shuffles, ") + number(counts.signFlips, "sign flips")) +
            row("memory", number(counts.loads, "loads, ") + number(counts.stores, "stores")) +
            row("constants", constants(kernel.graph)) + registers(kernel, target) +

@@ -13,7 +13,7 @@ CompiledKernel compile(const KernelDefinition &definition, const Target &target)
     kernel.graph = inVectors(kernel.algebra, target);
     kernel.schedule = scheduled(kernel.graph, target);
     kernel.text = text(definition.text, emitBody(kernel.graph, kernel.schedule, definition.arrays, target),
-                       hasAlignedMoves(kernel.graph, target));
+                       hasAlignedMoves(kernel.graph, definition.arrays, target));
     return kernel;
 }
 

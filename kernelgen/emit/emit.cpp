@@ -34,14 +34,15 @@ private:
     }
 
     std::string constantValue(const Node &node, bool asMask) const {
-        if (node.type.lanes > 1)
-            return asMask                 ? vectors.signMask(node.type, node.values)
-                   : node.op == Op::Scale ? vectors.scale(node.type)
-                                          : vectors.constant(node.type, node.values);
+        const bool isVector = node.type.lanes > 1;
+        if (asMask)
+            return vectors.signMask(node.type, node.values);
         if (node.op == Op::Scale)
-            return "*factor";
-        const std::string number = literal(node.values[0], node.type.element);
-        return node.values[0] == 2 ? "unknownToCompiler(" + number + ")" : number;
+            return isVector ? vectors.scale(node.type) : "*factor";
+        const std::string value =
+            isVector ? vectors.constant(node.type, node.values) : literal(node.values[0], node.type.element);
+        const bool isTwo = std::ranges::all_of(node.values, [](Quad lane) { return lane == 2; });
+        return isTwo ? "unknownToCompiler(" + value + ")" : value;
     }
 
     // There may be vectors of several widths, and each asks once.
@@ -88,10 +89,9 @@ private:
             return load(node);
         if (node.op == Op::ByDirection)
             return byDirection(operands[0], operands[1]);
-        if (node.type.lanes == 1)
-            return scalarArithmetic(node, operands);
-        return node.op == Op::Gather ? vectors.shuffle(graph, node, operands)
-                                     : vectors.arithmetic(node, operands);
+        if (node.op == Op::Gather)
+            return vectors.shuffle(graph, node, operands);
+        return node.type.lanes == 1 ? scalarArithmetic(node, operands) : vectors.arithmetic(node, operands);
     }
 
     std::string scalarArithmetic(const Node &node, const std::vector<std::string> &operands) const {
@@ -123,7 +123,7 @@ private:
         std::vector<MoveText> texts;
         for (const Move &move : vectors.moves(type, elements))
             texts.push_back({move, address(name, array, move.element, type.element),
-                             vectors.isAligned(type, move) ? array.access : "Access::Unaligned"});
+                             vectors.isAligned(type, move) ? array.access : array.accessElsewhere});
         return texts;
     }
 
@@ -157,14 +157,19 @@ private:
 
 } // namespace
 
+ArrayTexts arraysAnywhere() {
+    const ArrayText anywhere{{}, "Access::UnalignedWhole", "Access::UnalignedWhole"};
+    return {anywhere, anywhere};
+}
+
 std::string emitBody(const Graph &graph, const Schedule &schedule, const ArrayTexts &arrays,
                      const Target &target) {
     return Emitter(graph, arrays, target.instructions()).body(schedule);
 }
 
-bool hasAlignedMoves(const Graph &graph, const Target &target) {
-    const auto hasOne = [&](Type type, const std::vector<int> &elements) {
-        return type.lanes > 1 &&
+bool hasAlignedMoves(const Graph &graph, const ArrayTexts &arrays, const Target &target) {
+    const auto hasOne = [&](const ArrayText &array, Type type, const std::vector<int> &elements) {
+        return array.access == ArrayText{}.access && type.lanes > 1 &&
                std::ranges::any_of(target.instructions().moves(type, elements), [&](const Move &move) {
                    return target.instructions().isAligned(type, move);
                });
@@ -172,10 +177,10 @@ bool hasAlignedMoves(const Graph &graph, const Target &target) {
     return std::ranges::any_of(liveNodes(graph),
                                [&](NodeId id) {
                                    const Node &node = graph[id];
-                                   return node.op == Op::Load && hasOne(node.type, node.picks);
+                                   return node.op == Op::Load && hasOne(arrays.source, node.type, node.picks);
                                }) ||
            std::ranges::any_of(graph.stores(), [&](const Store &store) {
-               return hasOne(graph[store.value].type, store.offsets);
+               return hasOne(arrays.destination, graph[store.value].type, store.offsets);
            });
 }
 

@@ -7,8 +7,8 @@ namespace zrfgen::gen {
 namespace {
 
 // In the order of Op.
-const char *const names[] = {"load", "constant", "scale",  "add",    "sub",         "mul",
-                             "flip", "widen",    "narrow", "gather", "by direction"};
+const char *const names[] = {"load",   "constant", "scale", "add",    "sub",    "mul",
+                             "addsub", "flip",     "widen", "narrow", "gather", "by direction"};
 
 std::string list(const std::vector<int> &numbers) {
     std::string text;

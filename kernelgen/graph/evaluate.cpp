@@ -44,6 +44,9 @@ std::vector<Quad> evaluate(const Graph &graph, Direction direction, Precision pr
             case Op::Mul:
                 lanes[lane] = combine(node.op, operand(0)[lane], operand(1)[lane]);
                 break;
+            case Op::AddSub:
+                lanes[lane] = combine(lane % 2 == 0 ? Op::Sub : Op::Add, operand(0)[lane], operand(1)[lane]);
+                break;
             case Op::FlipSigns:
                 lanes[lane] = operand(1)[lane] < 0 ? -operand(0)[lane] : operand(0)[lane];
                 break;

@@ -30,6 +30,7 @@ enum class Op : std::uint8_t {
     Add,         // a + b
     Sub,         // a - b
     Mul,         // a * b
+    AddSub,      // a - b in even lanes, a + b in odd ones
     FlipSigns,   // a, negated in the lanes where the constant b is -1
     Widen,       // Float32 to Float64
     Narrow,      // Float64 to Float32

@@ -22,6 +22,8 @@ Counts count(const Graph &graph, const Target &target) {
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
         const bool isWide = node.type.element == Element::Float64;
+        if (node.op == Op::Add || node.op == Op::Sub || node.op == Op::AddSub || node.op == Op::Mul)
+            ++counts.operationsOfLanes[node.type.lanes];
         switch (node.op) {
         case Op::Load:
             counts.loads += moveCount(node.type, node.picks, instructions);
@@ -32,6 +34,10 @@ Counts count(const Graph &graph, const Target &target) {
             break;
         case Op::Sub:
             ++counts.subtractions;
+            counts.wideSums += isWide;
+            break;
+        case Op::AddSub:
+            ++counts.alternations;
             counts.wideSums += isWide;
             break;
         case Op::Mul:

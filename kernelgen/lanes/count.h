@@ -4,18 +4,21 @@
 #include "graph/graph.h"
 #include "target/target.h"
 
+#include <map>
 #include <set>
 
 namespace zrfgen::gen {
 
 struct Counts {
-    int additions = 0, subtractions = 0, multiplications = 0; // the scale step included
-    int scalings = 0;                                         // the multiplications of the scale step
-    int wideSums = 0, wideProducts = 0;                       // those of all these in Float64
+    int additions = 0, subtractions = 0, alternations = 0; // these do both in turn
+    int multiplications = 0;                               // the scale step included
+    int scalings = 0;                                      // the multiplications of the scale step
+    int wideSums = 0, wideProducts = 0;                    // those of all these in Float64
     int signFlips = 0, conversions = 0, shuffles = 0;
-    int loads = 0, stores = 0; // of the caller's arrays
+    int loads = 0, stores = 0;            // of the caller's arrays
+    std::map<int, int> operationsOfLanes; // sums and products, by how many elements they compute
 
-    int sums() const { return additions + subtractions; }
+    int sums() const { return additions + subtractions + alternations; }
 };
 
 // The instructions that move these elements of an array to or from a vector, or a number.

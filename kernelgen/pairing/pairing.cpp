@@ -11,7 +11,7 @@ namespace zrfgen::gen {
 
 namespace {
 
-constexpr int operationCost = 2; // a move costs half of it
+constexpr int operationCost = 2, conversionCost = 4; // a move costs half an operation
 
 std::uint64_t key(NodeId x, NodeId y) {
     return static_cast<std::uint64_t>(x) << 32 | static_cast<std::uint32_t>(y);
@@ -21,13 +21,17 @@ bool isCommutative(Op op) {
     return op == Op::Add || op == Op::Mul;
 }
 
+bool isElement(const Node &node) {
+    return node.type.lanes == 1;
+}
+
 } // namespace
 
 Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int widest, int shuffleCost)
     : graph(graph), instructions(instructions), shuffleCost(shuffleCost), mates(graph.size(), noNode),
       lower(graph.size(), true), exchanged(graph.size()), constant(graph.size()), classOf(graph.size()),
       levels(graph.size()), narrowUses(graph.size()), storeOf(graph.size(), -1), classes(1),
-      usersOf(graph.size()) {
+      usersOf(graph.size()), requestCounts(graph.size() * graph.size()) {
     for (int i = 0; i < static_cast<int>(graph.stores().size()); ++i)
         storeOf[graph.stores()[i].value] = i;
     // Operations are alike whose operands are alike: vectors of one width, the scale factor, or a number.
@@ -47,14 +51,15 @@ Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int wid
         if (node.op == Op::Load)
             continue;
         allOperations.push_back(id);
-        const int width = bytes(node.type);
-        if (width < baseTarget().vectorBytes || 2 * width > widest || node.op == Op::Widen ||
-            node.op == Op::Narrow)
+        if (!fits(node, widest))
             continue;
-        if (isCommutative(node.op))
+        Op op = node.op;
+        if (isCommutative(op))
             std::ranges::sort(kinds);
+        else if (op == Op::Sub && isElement(node) && kinds[0] == kinds[1])
+            op = Op::Add; // one instruction does both
         const auto [place, isNew] =
-            known.try_emplace({node.op, node.type, node.picks, kinds}, static_cast<int>(classes.size()));
+            known.try_emplace({op, node.type, node.picks, kinds}, static_cast<int>(classes.size()));
         if (isNew)
             classes.emplace_back();
         classes[place->second].push_back(id);
@@ -68,13 +73,27 @@ Pairing::Pairing(const Graph &graph, const InstructionSet &instructions, int wid
         total += storeCost(id);
 }
 
+// Elements go side by side in base vectors, those in all others.
+bool Pairing::fits(const Node &node, int widest) const {
+    if (isElement(node) != (widest == baseTarget().vectorBytes) || (isElement(node) && node.op == Op::Gather))
+        return false;
+    // A conversion moves between vectors of two widths.
+    const bool isConversion = node.op == Op::Widen || node.op == Op::Narrow;
+    const Type type = twice(isConversion ? Type{Element::Float64, node.type.lanes} : node.type);
+    return bytes(type) <= widest && (node.op != Op::AddSub || instructions.hasAddSub(type));
+}
+
 bool Pairing::isPossible() const {
     return std::ranges::any_of(classes, [](const auto &alike) { return alike.size() > 1; });
 }
 
 int Pairing::costOfOperation(NodeId node) const {
     const Op op = graph[node].op;
-    return op == Op::ByDirection ? 0 : op == Op::Gather ? shuffleCost : operationCost;
+    const bool isConversion = op == Op::Widen || op == Op::Narrow;
+    return op == Op::ByDirection ? 0
+           : op == Op::Gather    ? shuffleCost
+           : isConversion        ? conversionCost
+                                 : operationCost;
 }
 
 std::pair<NodeId, NodeId> Pairing::operands(NodeId a, NodeId b, int slot, bool isExchanged) const {
@@ -100,28 +119,43 @@ int Pairing::costOf(const Graph &lowered) const {
 }
 
 int Pairing::loadCost(Type type, const std::vector<int> &elements) const {
-    const auto [known, isNew] = loadCosts.try_emplace(elements);
+    Graph load;
+    if (type.lanes == 1)
+        load.load(type, elements);
+    else
+        instructions.loweredLoad(load, {Op::Load, type, {}, elements, {}});
+    return costOf(load);
+}
+
+int Pairing::storeCost(Type type, const std::vector<int> &offsets) const {
+    Graph store;
+    const NodeId value = store.scale(type);
+    if (type.lanes == 1)
+        store.store(value, offsets);
+    else
+        instructions.lowerStore(store, {value, offsets});
+    return costOf(store);
+}
+
+// What loads or stores of a value, or of two in one vector, cost.
+int Pairing::loadCost(NodeId x, NodeId y) const {
+    const auto [known, isNew] = loadCosts.try_emplace(key(x, y));
     if (isNew) {
-        Graph load;
-        if (type.lanes == 1)
-            load.load(type, elements);
-        else
-            instructions.loweredLoad(load, {Op::Load, type, {}, elements, {}});
-        known->second = costOf(load);
+        const Node &a = graph[x];
+        known->second = y == noNode ? loadCost(a.type, a.picks)
+                                    : loadCost(twice(a.type), sideBySide(a.picks, graph[y].picks));
     }
     return known->second;
 }
 
-int Pairing::storeCost(Type type, const std::vector<int> &offsets) const {
-    const auto [known, isNew] = storeCosts.try_emplace(offsets);
+int Pairing::storeCost(NodeId x, NodeId y) const {
+    const auto [known, isNew] = storeCosts.try_emplace(key(x, y));
     if (isNew) {
-        Graph store;
-        const NodeId value = store.scale(type);
-        if (type.lanes == 1)
-            store.store(value, offsets);
-        else
-            instructions.lowerStore(store, {value, offsets});
-        known->second = costOf(store);
+        const Type type = graph[x].type;
+        const auto &offsets = graph.stores()[storeOf[x]].offsets;
+        known->second = y == noNode
+                            ? storeCost(type, offsets)
+                            : storeCost(twice(type), sideBySide(offsets, graph.stores()[storeOf[y]].offsets));
     }
     return known->second;
 }
@@ -131,13 +165,13 @@ int Pairing::requestCost(NodeId x, NodeId y) const {
         return 0;
     const Node &a = graph[x], &b = graph[y];
     if (a.op == Op::Load && b.op == Op::Load)
-        return loadCost(twice(a.type), sideBySide(a.picks, b.picks));
+        return loadCost(x, y);
     return shuffleCost;
 }
 
 int Pairing::narrowCost(NodeId node) const {
     if (graph[node].op == Op::Load)
-        return loadCost(graph[node].type, graph[node].picks);
+        return loadCost(node, noNode);
     return lower[node] ? 0 : shuffleCost;
 }
 
@@ -145,21 +179,16 @@ int Pairing::narrowCost(NodeId node) const {
 int Pairing::storeCost(NodeId node) const {
     if (storeOf[node] == -1)
         return 0;
-    const auto &offsets = graph.stores()[storeOf[node]].offsets;
-    const Type type = graph[node].type;
     const NodeId mate = mates[node];
-    if (mate != noNode && storeOf[mate] != -1) {
-        if (!lower[node])
-            return 0;
-        return storeCost(twice(type), sideBySide(offsets, graph.stores()[storeOf[mate]].offsets));
-    }
-    return storeCost(type, offsets) + (lower[node] ? 0 : shuffleCost);
+    if (mate != noNode && storeOf[mate] != -1)
+        return lower[node] ? storeCost(node, mate) : 0;
+    return storeCost(node, noNode) + (lower[node] ? 0 : shuffleCost);
 }
 
 void Pairing::request(NodeId x, NodeId y, int change) {
     if (constant[x] && constant[y])
         return;
-    int &count = requests[key(x, y)];
+    int &count = requests(x, y);
     if (count == 0)
         total += requestCost(x, y);
     count += change;
@@ -168,8 +197,7 @@ void Pairing::request(NodeId x, NodeId y, int change) {
 }
 
 bool Pairing::isWanted(NodeId x, NodeId y) const {
-    const auto known = requests.find(key(x, y));
-    return known != requests.end() && known->second > 0;
+    return requestCounts[x * graph.size() + y] > 0;
 }
 
 void Pairing::useNarrow(NodeId node, int change) {
@@ -196,7 +224,7 @@ void Pairing::requestOperands(NodeId a, NodeId b, bool isExchanged, int change) 
 }
 
 bool Pairing::prefersExchange(NodeId a, NodeId b) const {
-    if (!isCommutative(graph[a].op))
+    if (!isCommutative(graph[b].op))
         return false;
     int costs[2] = {};
     for (const bool isExchanged : {false, true})
@@ -259,7 +287,7 @@ bool Pairing::raise(NodeId a, NodeId b) {
         const NodeId node = raised.back();
         raised.pop_back();
         for (const NodeId user : usersOf[node]) {
-            if (constant[user] || levels[user] > levels[node])
+            if (levels[user] > levels[node])
                 continue;
             if (user == a || user == b || mates[user] == a || mates[user] == b)
                 return false;
@@ -278,6 +306,8 @@ void Pairing::part(NodeId node) {
 }
 
 bool Pairing::join(NodeId a, NodeId b) {
+    if (graph[a].op == Op::Add && graph[b].op == Op::Sub)
+        return false; // the lower lane subtracts
     part(a);
     part(b);
     // A pair's level is that of both, so a user of one at the other's level waits for it.

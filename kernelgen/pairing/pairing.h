@@ -6,7 +6,6 @@
 #include "target/instruction_set.h"
 
 #include <cstdint>
-#include <map>
 #include <unordered_map>
 #include <vector>
 
@@ -43,7 +42,7 @@ public:
     bool isLower(NodeId node) const { return lower[node]; }
     // Whether the operands of a pair's upper operation stand in the other order.
     bool isExchanged(NodeId lowerNode) const { return exchanged[lowerNode]; }
-    // Of equal shape: the same operation with lanes in the same places.
+    // Of equal shape: the same operation with lanes in the same places, or two elements' difference and sum.
     bool areAlike(NodeId a, NodeId b) const { return classOf[a] != 0 && classOf[a] == classOf[b]; }
     // All that are, the node itself included; none if it fits no wider vector.
     const std::vector<NodeId> &alike(NodeId node) const { return classes[classOf[node]]; }
@@ -54,7 +53,7 @@ public:
     bool isConstant(NodeId node) const { return constant[node]; }
 
     // Parts both from their mates and joins them, `a` in the lower half. False, and nothing is changed but
-    // for the parting, if one waits for the other.
+    // for the parting, if one waits for the other or they cannot stand in this order.
     bool join(NodeId a, NodeId b);
     void part(NodeId node);
 
@@ -70,6 +69,7 @@ private:
         bool isExchanged;
     };
 
+    bool fits(const Node &node, int widest) const;
     void link(NodeId a, NodeId b, bool isExchanged);
     void unlink(NodeId a);
     int costOfState(NodeId a, NodeId b) const;
@@ -85,8 +85,11 @@ private:
     bool prefersExchange(NodeId a, NodeId b) const;
     int storeCost(NodeId node) const;
 
+    int loadCost(NodeId x, NodeId y) const;
     int loadCost(Type type, const std::vector<int> &elements) const;
+    int storeCost(NodeId x, NodeId y) const;
     int storeCost(Type type, const std::vector<int> &offsets) const;
+    int &requests(NodeId x, NodeId y) { return requestCounts[x * graph.size() + y]; }
     int costOf(const Graph &lowered) const;
 
     const Graph &graph;
@@ -97,8 +100,9 @@ private:
     // A node's level is above those of its operands, and both of a pair have one.
     std::vector<int> classOf, levels, narrowUses, storeOf;
     std::vector<std::vector<NodeId>> classes, usersOf; // the first class is that of none
-    std::unordered_map<std::uint64_t, int> requests;   // how many pairs want two values in one vector
-    mutable std::map<std::vector<int>, int> loadCosts, storeCosts; // by elements
+    std::vector<int> requestCounts;                    // how many pairs want two values in one vector
+    // Of a value by itself, beside no node, or of two in one vector.
+    mutable std::unordered_map<std::uint64_t, int> loadCosts, storeCosts;
     std::vector<Change> log;
     int total = 0;
 };

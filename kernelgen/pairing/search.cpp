@@ -1,5 +1,6 @@
 #include "pairing/search.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -8,7 +9,7 @@ namespace zrfgen::gen {
 
 namespace {
 
-constexpr int steps = 30000;
+constexpr int mostSteps = 10000, stepsForOperation = 40;
 // In halves of an operation.
 constexpr double firstTemperature = 4, lastTemperature = 0.08;
 
@@ -142,6 +143,7 @@ private:
 
 void search(Pairing &pairing) {
     Search search(pairing);
+    const int steps = std::min(mostSteps, stepsForOperation * static_cast<int>(pairing.operations().size()));
     for (int step = 0; step < steps; ++step)
         search.step(firstTemperature *
                     std::pow(lastTemperature / firstTemperature, static_cast<double>(step) / steps));

@@ -13,8 +13,10 @@ namespace {
 
 // A search that fears shuffles less may find more pairs, and one that fears them more shorter ways from the
 // source to the destination. The model of the machine says what is fastest.
-constexpr int shuffleCosts[] = {2, 4, 6};
-constexpr double leastGain = 0.95; // of time, that wider vectors are taken for
+constexpr int shuffleCosts[] = {2, 3, 4};
+// The part of the time that vectors must come down to, to be taken. Elements in vectors take more shuffles
+// and copies of registers than the model sees.
+constexpr double leastGain = 0.95, leastGainOfElements = 0.8;
 
 // Writes a graph again with the pairs of a choice in vectors of twice the width.
 class Widening {
@@ -68,6 +70,8 @@ private:
                 const auto [x, y] = pairing.operands(a, b, static_cast<int>(slot), pairing.isExchanged(a));
                 node.operands[slot] = wide(x, y);
             }
+            if (node.op != graph[b].op)
+                node.op = Op::AddSub;
             node.type = twice(node.type);
             node.picks = sideBySide(picksIn(graph[a], 0), picksIn(graph[a], 1));
         }
@@ -159,32 +163,44 @@ namespace {
 // What a call takes: its cycles, and the traffic between registers and memory, four moves to a cycle.
 double timeOf(const Graph &graph, const Target &target) {
     const Schedule schedule = scheduled(graph, target);
-    return cycles(graph, schedule, target) + 0.25 * traffic(graph, schedule, target.registers[0]).total();
+    return cycles(graph, schedule, target) + 0.25 * traffic(graph, schedule, target.registers).total();
+}
+
+// Puts the graph into vectors of up to `bytes` if that is faster, and tells whether it was.
+bool widen(Graph &graph, int bytes, const Target &target) {
+    const Graph narrow = graph;
+    double leastTime = 0;
+    bool isFaster = false;
+    for (const int shuffleCost : shuffleCosts) {
+        Pairing pairing(narrow, target.instructions(), bytes, shuffleCost);
+        if (!pairing.isPossible())
+            break;
+        if (leastTime == 0)
+            leastTime = timeOf(narrow, target) *
+                        (bytes == baseTarget().vectorBytes ? leastGainOfElements : leastGain);
+        search(pairing);
+        Graph wide = lowered(Widening(narrow, pairing).result(), target);
+        const double time = timeOf(wide, target);
+        if (time < leastTime) {
+            leastTime = time;
+            graph = std::move(wide);
+            isFaster = true;
+        }
+    }
+    return isFaster;
 }
 
 } // namespace
 
 Graph inVectors(const Graph &algebra, const Target &target) {
-    Graph best = lowered(algebra, target);
-    for (int bytes = 2 * baseTarget().vectorBytes; bytes <= target.vectorBytes; bytes *= 2) {
-        const Graph narrow = best;
-        double leastTime = 0;
-        for (const int shuffleCost : shuffleCosts) {
-            Pairing pairing(narrow, target.instructions(), bytes, shuffleCost);
-            if (!pairing.isPossible())
-                break;
-            if (leastTime == 0)
-                leastTime = leastGain * timeOf(narrow, target);
-            search(pairing);
-            Graph wide = lowered(Widening(narrow, pairing).result(), target);
-            const double time = timeOf(wide, target);
-            if (time < leastTime) {
-                leastTime = time;
-                best = std::move(wide);
-            }
-        }
-    }
-    return best;
+    Graph graph = lowered(algebra, target);
+    int bytes = baseTarget().vectorBytes;
+    if (target.packsScalars)
+        widen(graph, bytes, target);
+    do
+        bytes *= 2;
+    while (bytes <= target.vectorBytes && widen(graph, bytes, target));
+    return graph;
 }
 
 } // namespace zrfgen::gen

@@ -8,14 +8,15 @@ namespace zrfgen::gen {
 
 namespace {
 
-enum Unit { Adder, Multiplier, Shuffler, Logic, Loader, Storer, units };
+enum Unit { Adder, Multiplier, Shuffler, Logic, Loader, Storer, Renamer, units };
 
-// A typical processor with vectors of 32 bytes: how many instructions of a kind start in a cycle, and when a
-// result is there.
-constexpr int unitsOf[units] = {2, 2, 2, 4, 2, 1}, latencies[units] = {3, 3, 1, 1, 7, 1};
+// A typical processor with vectors of 32 bytes: the ports that take instructions of a kind, the first that is
+// free, and when a result is there. Copies of registers take none.
+const std::vector<int> portsOf[units] = {{3, 2}, {0, 1}, {1, 2}, {0, 1, 2, 3}, {4, 5}, {6}, {}};
+constexpr int latencies[units] = {3, 3, 1, 1, 7, 1, 0};
 constexpr int crossingLatency = 4; // from one group of lanes, as wide as a base vector, to another
-constexpr int arithmeticPorts = 4, width = 6, waiting = 96, inFlight = 448;
-constexpr int callCycles = 2; // in which nothing else starts
+constexpr int ports = 7, width = 6, waiting = 96, inFlight = 448;
+constexpr int callCycles = 4; // in which nothing else starts
 constexpr int calls = 6, warmUp = 2;
 
 struct Instruction {
@@ -47,11 +48,19 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
         return static_cast<int>(instructions.size()) - 1;
     };
     const InstructionSet &set = target.instructions();
+    std::vector<int> usesLeft(graph.size());
+    for (const Step &step : schedule)
+        if (step.kind == Step::Kind::Compute)
+            for (const NodeId operand : graph[step.index].operands)
+                ++usesLeft[operand];
+        else
+            ++usesLeft[graph.stores()[step.index].value];
     for (const Step &step : schedule) {
         if (step.kind == Step::Kind::Store) {
             const Store &store = graph.stores()[step.index];
             for (int i = moveCount(graph[store.value].type, store.offsets, set); i > 0; --i)
                 add(Storer, latencies[Storer], {maker[store.value]});
+            --usesLeft[store.value];
             continue;
         }
         const Node &node = graph[step.index];
@@ -59,6 +68,11 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
         std::vector<int> inputs;
         for (const NodeId operand : node.operands)
             inputs.push_back(maker[operand]);
+        // A result takes the place of a source that no one else wants, or of a copy.
+        bool needsCopy = !target.hasThreeOperands;
+        for (std::size_t i = 0; i < node.operands.size(); ++i)
+            if (--usesLeft[node.operands[i]] == 0 && (i == 0 || node.op == Op::Add || node.op == Op::Mul))
+                needsCopy = false;
         if (isFree(graph, step.index))
             made = inputs[0];
         else if (node.op == Op::Load) {
@@ -70,6 +84,8 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
                               : node.op == Op::Gather    ? Shuffler
                               : node.op == Op::FlipSigns ? Logic
                                                          : Adder;
+            if (needsCopy)
+                add(Renamer, latencies[Renamer], {});
             const bool isSlow = unit == Shuffler && crosses(graph, node);
             made = add(unit, isSlow ? crossingLatency : latencies[unit], std::move(inputs));
         }
@@ -86,19 +102,18 @@ double cycles(const Graph &graph, const Schedule &schedule, const Target &target
     std::vector<int> doneAt(end, never), waitingNow;
     int next = 0, retired = 0, pause = 0, start = 0;
     for (int cycle = 0;; ++cycle) {
-        int left[units];
-        std::ranges::copy(unitsOf, left);
-        int ports = arithmeticPorts;
+        bool isTaken[ports] = {};
         std::erase_if(waitingNow, [&](int i) {
             const Instruction &instruction = program[i % length];
-            const bool takesPort = instruction.unit != Loader && instruction.unit != Storer;
             const bool isReady = std::ranges::all_of(instruction.inputs, [&](int input) {
                 return input == -1 || doneAt[i / length * length + input] <= cycle;
             });
-            if (!isReady || left[instruction.unit] == 0 || (takesPort && ports == 0))
+            const auto &usable = portsOf[instruction.unit];
+            const auto port = std::ranges::find_if(usable, [&](int port) { return !isTaken[port]; });
+            if (!isReady || (port == usable.end() && !usable.empty()))
                 return false;
-            --left[instruction.unit];
-            ports -= takesPort;
+            if (!usable.empty())
+                isTaken[*port] = true;
             doneAt[i] = cycle + instruction.latency;
             return true;
         });

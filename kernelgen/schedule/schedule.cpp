@@ -132,8 +132,9 @@ Schedule scheduled(const Graph &graph, const Target &target) {
     for (const std::size_t window : {1, 4, 8, 16, 32, 64, 128, 256, 512, 4096})
         candidates.push_back(inOrderOfCreation(graph, window));
     const auto cost = [&](const Schedule &schedule) {
-        return std::pair{traffic(graph, schedule, target.registers[0]).total(),
-                         traffic(graph, schedule, target.registers[1]).total()};
+        // Of two that do as well, the one that would with fewer registers.
+        return std::pair{traffic(graph, schedule, target.registers).total(),
+                         traffic(graph, schedule, target.registers / 2).total()};
     };
     return *std::min_element(candidates.begin(), candidates.end(),
                              [&](const Schedule &a, const Schedule &b) { return cost(a) < cost(b); });

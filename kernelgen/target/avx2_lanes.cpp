@@ -15,6 +15,7 @@ NodeId Avx2::loweredGather(Graph &graph, const Node &gather) const {
     for (int first = 0; first < gather.type.lanes; first += lanes) {
         std::vector<NodeId> sources;
         std::vector<int> picks;
+        int lanesBefore = 0;
         for (int lane = first; lane < first + lanes; ++lane) {
             if (gather.picks[lane] == idle) {
                 picks.push_back(idle);
@@ -22,9 +23,10 @@ NodeId Avx2::loweredGather(Graph &graph, const Node &gather) const {
             }
             const Graph::Place place = graph.placeOf(gather.operands, gather.picks[lane]);
             const NodeId operand = gather.operands[place.operand];
-            picks.push_back(static_cast<int>(sources.size()) * lanes + place.lane % lanes);
+            picks.push_back(lanesBefore + place.lane % lanes);
             sources.push_back(isWide(graph[operand].type) ? halfOf(graph, operand, place.lane / lanes)
                                                           : operand);
+            lanesBefore += graph[sources.back()].type.lanes;
         }
         const NodeId half = graph.gather(std::move(sources), std::move(picks));
         halves.push_back(graph[half].op == Op::Gather ? loweredGather(graph, Node(graph[half])) : half);

@@ -14,7 +14,8 @@ std::string permutation(const Graph &graph, const Node &gather, const std::vecto
                         Type type) {
     const auto cast = [&](int operand) {
         std::string value = operands[operand];
-        for (Type from = graph[gather.operands[operand]].type; from.lanes < type.lanes; from.lanes *= 2)
+        const int lanes = std::max(graph[gather.operands[operand]].type.lanes, 16 / bytes(type.element));
+        for (Type from{type.element, lanes}; from.lanes < type.lanes; from.lanes *= 2)
             value = wide::castUp({type.element, 2 * from.lanes}, value);
         return value;
     };
@@ -82,8 +83,9 @@ std::string Avx512::shuffle(const Graph &graph, const Node &gather,
             return halvesText(graph, gather, *halves, operands);
         if (const auto inGroups = shuffleInGroups(graph, gather))
             return wide::shuffleInGroups(gather.type, *inGroups, operands);
-    } else if (bytes(widest) == 32 ? wideShuffle(graph, gather).has_value()
-                                   : singleShuffle(gather).has_value()) {
+    } else if (bytes(gather.type) < 16 ||
+               (bytes(widest) == 32 ? wideShuffle(graph, gather).has_value()
+                                    : singleShuffle(inRegisters(graph, gather)).has_value())) {
         return narrower.shuffle(graph, gather, operands);
     }
     return permutation(graph, gather, operands, widest);

@@ -33,6 +33,8 @@ public:
     virtual std::vector<Move> moves(Type type, const std::vector<int> &elements) const = 0;
     // Whether a move gains by an array that starts on a boundary of vectors.
     virtual bool isAligned(Type type, const Move &move) const = 0;
+    // Whether one instruction subtracts in even lanes and adds in odd ones.
+    virtual bool hasAddSub(Type type) const = 0;
 
     // Expressions, and the statements of a store.
     virtual std::string type(Type type) const = 0;

@@ -14,6 +14,7 @@ public:
     // One run of neighbours, or two halves of which one may be missing.
     std::vector<Move> moves(Type type, const std::vector<int> &elements) const override;
     bool isAligned(Type type, const Move &move) const override;
+    bool hasAddSub(Type) const override { return true; }
 
     std::string type(Type type) const override;
     std::string constant(Type type, const std::vector<Quad> &lanes) const override;

@@ -14,13 +14,15 @@ struct Place {
 };
 
 NodeId gatherPlaces(Graph &graph, const std::vector<Place> &places) {
-    const int lanes = static_cast<int>(places.size());
     std::vector<NodeId> sources;
     std::vector<int> picks;
+    int lanes = 0;
     for (const Place &place : places) {
-        picks.push_back(place.node == noNode ? idle : static_cast<int>(sources.size()) * lanes + place.lane);
-        if (place.node != noNode)
-            sources.push_back(place.node);
+        picks.push_back(place.node == noNode ? idle : lanes + place.lane);
+        if (place.node == noNode)
+            continue;
+        sources.push_back(place.node);
+        lanes += graph[place.node].type.lanes;
     }
     return graph.gather(std::move(sources), std::move(picks));
 }
@@ -69,13 +71,17 @@ void loadUnits(Graph &graph, Type type, int first, int second, Place places[2]) 
 } // namespace
 
 NodeId Sse3::loweredGather(Graph &graph, const Node &gather) const {
-    if (singleShuffle(gather))
+    if (gather.type.lanes == 1 || singleShuffle(inRegisters(graph, gather)))
         return graph.intern(gather);
-    const int lanes = gather.type.lanes;
     std::vector<Place> places;
-    for (const int pick : gather.picks)
-        places.push_back(pick == idle ? Place{} : Place{gather.operands[pick / lanes], pick % lanes});
-
+    for (const int pick : gather.picks) {
+        const Graph::Place place = pick == idle ? Graph::Place{} : graph.placeOf(gather.operands, pick);
+        places.push_back(pick == idle ? Place{} : Place{gather.operands[place.operand], place.lane});
+    }
+    if (gather.type.lanes == 2) {
+        bringTogether(graph, places[0], places[1]);
+        return gatherPlaces(graph, places);
+    }
     if (gather.operands.size() == 2 && std::count(gather.picks.begin(), gather.picks.end(), idle) == 0) {
         // Both sources in both halves: take two lanes of each, then put them in order.
         std::vector<Place> sorted = places;
@@ -98,6 +104,11 @@ NodeId Sse3::loweredGather(Graph &graph, const Node &gather) const {
 // Transposes need no case of their own: their lanes ask for the same unpacked pairs, which the graph shares.
 NodeId Sse3::loweredLoad(Graph &graph, const Node &load) const {
     const std::vector<int> &picks = load.picks;
+    if (isHalf(load.type) && !isHalfMove(picks[0], picks[1])) {
+        const Type single{load.type.element, 1};
+        const NodeId first = graph.load(single, {picks[0]});
+        return graph.gather({first, graph.load(single, {picks[1]})}, {0, 1});
+    }
     if (load.type.lanes < 4 || (isHalfMove(picks[0], picks[1]) && isHalfMove(picks[2], picks[3])))
         return graph.intern(load);
     std::vector<Place> places(4);
@@ -107,7 +118,10 @@ NodeId Sse3::loweredLoad(Graph &graph, const Node &load) const {
 }
 
 void Sse3::lowerStore(Graph &graph, const Store &store) const {
-    graph.store(store.value, store.offsets);
+    if (!isHalf(graph[store.value].type) || isHalfMove(store.offsets[0], store.offsets[1]))
+        return graph.store(store.value, store.offsets);
+    for (const int lane : {0, 1})
+        graph.store(graph.gather({store.value}, {lane}), {store.offsets[lane]});
 }
 
 std::vector<Move> Sse3::moves(Type type, const std::vector<int> &elements) const {

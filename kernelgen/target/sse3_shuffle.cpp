@@ -44,6 +44,20 @@ std::optional<Shuffle> asSelect(const Node &gather) {
 
 } // namespace
 
+Node inRegisters(const Graph &graph, const Node &gather) {
+    const int lanes = 16 / bytes(gather.type.element);
+    Node whole = gather;
+    whole.type.lanes = lanes;
+    whole.picks.assign(lanes, idle);
+    for (int lane = 0; lane < gather.type.lanes; ++lane) {
+        if (gather.picks[lane] == idle)
+            continue;
+        const Graph::Place place = graph.placeOf(gather.operands, gather.picks[lane]);
+        whole.picks[lane] = place.operand * lanes + place.lane;
+    }
+    return whole;
+}
+
 std::optional<Shuffle> singleShuffle(const Node &gather) {
     if (auto shuffle = asUnpack(gather, Shuffle::Kind::UnpackLow))
         return shuffle;

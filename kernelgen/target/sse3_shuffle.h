@@ -23,7 +23,11 @@ struct Shuffle {
     std::vector<int> lanes; // of Select: the lane taken for each result lane
 };
 
-// The one instruction that does what a Gather node asks, if there is one. An idle lane takes anything.
+// The one instruction that does what a Gather asks of whole vectors, if there is one. An idle lane takes
+// anything.
 std::optional<Shuffle> singleShuffle(const Node &gather);
+
+// A Gather of vectors of up to 16 bytes as one of the whole vectors in whose lowest lanes they lie.
+Node inRegisters(const Graph &graph, const Node &gather);
 
 } // namespace zrfgen::gen

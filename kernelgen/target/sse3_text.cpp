@@ -61,6 +61,8 @@ std::string Sse3::arithmetic(const Node &node, const std::vector<std::string> &o
         return call(intrinsic("sub", node.type), operands[0], operands[1]);
     case Op::Mul:
         return call(intrinsic("mul", node.type), operands[0], operands[1]);
+    case Op::AddSub:
+        return call(intrinsic("addsub", node.type), operands[0], operands[1]);
     case Op::FlipSigns:
         return call(intrinsic("xor", node.type), operands[0], operands[1]);
     case Op::Widen:
@@ -72,24 +74,29 @@ std::string Sse3::arithmetic(const Node &node, const std::vector<std::string> &o
     }
 }
 
-std::string Sse3::shuffle(const Graph &, const Node &gather, const std::vector<std::string> &operands) const {
-    const auto single = singleShuffle(gather);
+std::string Sse3::shuffle(const Graph &graph, const Node &gather,
+                          const std::vector<std::string> &operands) const {
+    const Type type = gather.type;
+    if (type.lanes == 1)
+        return "element<" + std::to_string(gather.picks[0]) + ">(" + operands[0] + ")";
+    const auto single = singleShuffle(inRegisters(graph, gather));
     if (!single)
         throw std::logic_error("sse3: a gather that was not lowered");
-    const Type type = gather.type;
-    const std::string &first = operands[single->first], &second = operands[single->second];
+    const auto vector = [&](int operand) {
+        const bool isElement = graph[gather.operands[operand]].type.lanes == 1;
+        return isElement ? "inVector(" + operands[operand] + ")" : operands[operand];
+    };
+    const std::string first = vector(single->first), second = vector(single->second);
     if (single->kind == Shuffle::Kind::UnpackLow)
         return call(intrinsic("unpacklo", type), first, second);
     if (single->kind == Shuffle::Kind::UnpackHigh)
         return call(intrinsic("unpackhi", type), first, second);
-    std::vector<int> lanes = single->lanes;
+    const std::vector<int> &lanes = single->lanes;
     if (isDouble(type) && single->first == single->second && lanes == std::vector{1, 0})
         return "exchanged(" + first + ")";
     if (isDouble(type))
         return "_mm_shuffle_pd(" + first + ", " + second + ", " + std::to_string(lanes[0] + 2 * lanes[1]) +
                ")";
-    if (isHalf(type))
-        lanes.insert(lanes.end(), {2, 3}); // of one source: halves have nothing to mix yet
     if (lanes == std::vector{0, 1, 0, 1})
         return call("_mm_movelh_ps", first, second);
     if (lanes == std::vector{2, 3, 2, 3})

@@ -14,9 +14,10 @@ const std::vector<Target> &targets() {
     static const Avx2 avx2(sse3);
     static const Avx512 avx512(avx2);
     static const std::vector<Target> all = {
-        {"sse3", 16, {16, 8}, {"-msse3"}, "sse3.h", &sse3},
-        {"x86-64-v3", 32, {16, 8}, {"-mavx2"}, "avx2.h", &avx2},
-        {"x86-64-v4", 64, {32, 8}, {"-mavx512f", "-mavx512vl", "-mavx512dq"}, "avx512.h", &avx512},
+        {"sse3", 16, 16, false, true, {"-msse3"}, "sse3.h", &sse3},
+        {"i386", 16, 8, false, false, {"-msse3"}, "sse3.h", &sse3},
+        {"x86-64-v3", 32, 16, true, true, {"-mavx2"}, "avx2.h", &avx2},
+        {"x86-64-v4", 64, 32, true, true, {"-mavx512f", "-mavx512vl", "-mavx512dq"}, "avx512.h", &avx512},
     };
     return all;
 }

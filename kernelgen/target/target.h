@@ -13,7 +13,9 @@ namespace zrfgen::gen {
 struct Target {
     std::string name;
     int vectorBytes;
-    int registers[2]; // vector registers of the 64-bit and of the 32-bit machine
+    int registers;         // of vectors
+    bool hasThreeOperands; // whether instructions leave both sources alone
+    bool packsScalars;     // whether kernels on single elements are put side by side in vectors too
     std::vector<std::string> compilerOptions = {};
     std::string header = ""; // of the shipped text: the moves and intrinsics that kernels of the target use
     const InstructionSet *instructionSet = nullptr;

@@ -114,6 +114,9 @@ std::string WideInstructionSet::scale(Type type) const {
 }
 
 std::string WideInstructionSet::arithmetic(const Node &node, const std::vector<std::string> &operands) const {
+    // The wider type of a conversion says how wide it is.
+    if (node.op == Op::Narrow && isWide({Element::Float64, node.type.lanes}))
+        return wide::call("_mm" + std::to_string(8 * width) + "_cvtpd_ps", operands);
     if (!isWide(node.type))
         return narrower.arithmetic(node, operands);
     switch (node.op) {
@@ -123,6 +126,10 @@ std::string WideInstructionSet::arithmetic(const Node &node, const std::vector<s
         return wide::call(wide::intrinsic("sub", node.type), operands);
     case Op::Mul:
         return wide::call(wide::intrinsic("mul", node.type), operands);
+    case Op::AddSub:
+        return wide::call(wide::intrinsic("addsub", node.type), operands);
+    case Op::Widen:
+        return wide::call("_mm" + std::to_string(8 * width) + "_cvtps_pd", operands);
     case Op::FlipSigns:
         return wide::call(wide::intrinsic("xor", node.type), operands);
     default:

@@ -16,6 +16,7 @@ public:
     void lowerStore(Graph &graph, const Store &store) const override;
     std::vector<Move> moves(Type type, const std::vector<int> &elements) const override;
     bool isAligned(Type, const Move &) const override { return false; }
+    bool hasAddSub(Type type) const override { return isWide(type) ? width == 32 : narrower.hasAddSub(type); }
 
     std::string type(Type type) const override;
     std::string constant(Type type, const std::vector<Quad> &lanes) const override;

@@ -70,6 +70,36 @@ Graph scalarKernel(LinearMap map, Element element) {
     return graph;
 }
 
+// Entries 1 to length - 2 of a spectrum are neighbours in every layout, and the first and the last one are
+// nobody's: numbers with a gap on either side of the others.
+int apart(int entry, int length) {
+    return entry == 0 ? 0 : length % 2 == 0 && entry == length - 1 ? length + 1 : entry + 1;
+}
+
+int entryAt(int place, int length) {
+    return place == 0 ? 0 : place <= length ? place - 1 : length - 1;
+}
+
+std::vector<int> apart(std::vector<int> entries, int length) {
+    for (int &entry : entries)
+        entry = apart(entry, length);
+    return entries;
+}
+
+// The kernel with its spectrum numbered so.
+Graph withSpectrumApart(const Graph &kernel, bool isForward, int length) {
+    return rewritten(
+        kernel,
+        [&](Graph &copy, Node node) {
+            if (node.op == Op::Load && !isForward)
+                node.picks = apart(std::move(node.picks), length);
+            return copy.intern(std::move(node));
+        },
+        [&](Graph &copy, const Store &store) {
+            copy.store(store.value, isForward ? apart(store.offsets, length) : store.offsets);
+        });
+}
+
 // "15_64f"
 std::string lengthAndSuffix(int length, Element element) {
     return std::to_string(length) + "_" + bits(element) + "f";
@@ -97,15 +127,21 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
         .exports = {},
         .file = (isForward ? "real_forward_" : "real_inverse_") + lengthAndSuffix(length, element) + ".cpp",
         .decomposition = describe(decomposition) + (isForward ? "" : ", transposed: the last stage first"),
-        .elements = length,
-        .build = [=] { return (isForward ? forwardRealDft : inverseRealDft)(length, element); },
+        .elements = length + 2,
+        .build =
+            [=] {
+                return withSpectrumApart((isForward ? forwardRealDft : inverseRealDft)(length, element),
+                                         isForward, length);
+            },
         .buildBy =
             [=](const std::string &words) {
-                return scalarKernel(
-                    (isForward ? forwardMap : inverseMap)(ofLength(length, parsedDecomposition(words))),
-                    element);
+                const auto map = isForward ? forwardMap : inverseMap;
+                return withSpectrumApart(
+                    scalarKernel(map(ofLength(length, parsedDecomposition(words))), element), isForward,
+                    length);
             },
         .text = kernelText("Real" + direction, length, element),
+        .arrays = arraysAnywhere(), // what lies on a boundary of vectors in one layout does not in another
     };
     for (const std::string layout : {"CCS", "Pack", "Perm"}) {
         const std::string family = isForward ? "DFTFwd_RTo" + layout : "DFTInv_" + layout + "ToR";
@@ -119,7 +155,8 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
             "        storeSpectrumZeros<layout, " + kernel.text.arrayElement + ">(dst, " + n + ");\n";
     const std::string array = isForward ? "dst + " : "src + ";
     (isForward ? kernel.arrays.destination : kernel.arrays.source).address = [=](int i) {
-        return array + size + " * spectrumElement<layout>(" + n + ", " + std::to_string(i) + ")";
+        return array + size + " * spectrumElement<layout>(" + n + ", " + std::to_string(entryAt(i, length)) +
+               ")";
     };
     return kernel;
 }
@@ -137,6 +174,7 @@ KernelDefinition hartleyKernel(const Decomposition &decomposition, int length, E
                 return scalarKernel(hartleyMap(ofLength(length, parsedDecomposition(words))), element);
             },
         .text = kernelText("Hartley", length, element),
+        .arrays = arraysAnywhere(),
     };
     kernel.text.exports = {{name, "runRealKernel", {"KernelDirection::Both"}}};
     return kernel;

@@ -11,7 +11,6 @@ Graph forwardRealDft(int length, Element element);
 Graph inverseRealDft(int length, Element element);
 Graph hartley(int length, Element element);
 
-// Scalars: the same for every target.
 Kernels realDftKernels(const Target &target);
 
 } // namespace zrfgen::gen
