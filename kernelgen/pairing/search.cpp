@@ -9,13 +9,13 @@ namespace zrfgen::gen {
 
 namespace {
 
-constexpr int mostSteps = 10000, stepsForOperation = 40;
+constexpr int mostSteps = 4000, stepsForOperation = 40;
 // In halves of an operation.
 constexpr double firstTemperature = 4, lastTemperature = 0.08;
 
 class Search {
 public:
-    explicit Search(Pairing &pairing) : pairing(pairing), touchedIn(pairing.nodes()) {}
+    Search(Pairing &pairing, int seed) : pairing(pairing), random(seed), touchedIn(pairing.nodes()) {}
 
     void step(double temperature) {
         const auto &operations = pairing.operations();
@@ -132,7 +132,7 @@ private:
     }
 
     Pairing &pairing;
-    std::mt19937 random{1};
+    std::mt19937 random;
     std::vector<int> touchedIn; // the growth that met each node last
     int growth = 0, leastCost = 0;
     std::size_t cheapest = 0;
@@ -141,8 +141,8 @@ private:
 
 } // namespace
 
-void search(Pairing &pairing) {
-    Search search(pairing);
+void search(Pairing &pairing, int seed) {
+    Search search(pairing, seed);
     const int steps = std::min(mostSteps, stepsForOperation * static_cast<int>(pairing.operations().size()));
     for (int step = 0; step < steps; ++step)
         search.step(firstTemperature *

@@ -5,9 +5,9 @@
 
 namespace zrfgen::gen {
 
-// Simulated annealing (S. Kirkpatrick, C. D. Gelatt and M. P. Vecchi, 1983), the same on every machine. A
-// step pairs two operations and, as far as it pays, what these need and who needs them: so the columns of a
-// stage come together at once.
-void search(Pairing &pairing);
+// Simulated annealing (S. Kirkpatrick, C. D. Gelatt and M. P. Vecchi, 1983), for each seed the same on every
+// machine. A step pairs two operations and, as far as it pays, what these need and who needs them: so the
+// columns of a stage come together at once.
+void search(Pairing &pairing, int seed);
 
 } // namespace zrfgen::gen

@@ -11,9 +11,10 @@ namespace zrfgen::gen {
 
 namespace {
 
-// A search that fears shuffles less may find more pairs, and one that fears them more shorter ways from the
-// source to the destination. The model of the machine says what is fastest.
-constexpr int shuffleCosts[] = {2, 3, 4};
+// Several short searches find more than one long one. One that fears shuffles less may find more pairs, and
+// one that fears them more shorter ways from the source to the destination. The model of the machine says
+// what is fastest.
+constexpr int shuffleCosts[] = {2, 3}, seeds[] = {1, 2};
 // The part of the time that vectors must come down to, to be taken. Elements in vectors take more shuffles
 // and copies of registers than the model sees.
 constexpr double leastGain = 0.95, leastGainOfElements = 0.8;
@@ -169,24 +170,23 @@ double timeOf(const Graph &graph, const Target &target) {
 // Puts the graph into vectors of up to `bytes` if that is faster, and tells whether it was.
 bool widen(Graph &graph, int bytes, const Target &target) {
     const Graph narrow = graph;
-    double leastTime = 0;
+    if (!Pairing(narrow, target.instructions(), bytes, shuffleCosts[0]).isPossible())
+        return false;
+    double leastTime =
+        timeOf(narrow, target) * (bytes == baseTarget().vectorBytes ? leastGainOfElements : leastGain);
     bool isFaster = false;
-    for (const int shuffleCost : shuffleCosts) {
-        Pairing pairing(narrow, target.instructions(), bytes, shuffleCost);
-        if (!pairing.isPossible())
-            break;
-        if (leastTime == 0)
-            leastTime = timeOf(narrow, target) *
-                        (bytes == baseTarget().vectorBytes ? leastGainOfElements : leastGain);
-        search(pairing);
-        Graph wide = lowered(Widening(narrow, pairing).result(), target);
-        const double time = timeOf(wide, target);
-        if (time < leastTime) {
-            leastTime = time;
-            graph = std::move(wide);
-            isFaster = true;
+    for (const int shuffleCost : shuffleCosts)
+        for (const int seed : seeds) {
+            Pairing pairing(narrow, target.instructions(), bytes, shuffleCost);
+            search(pairing, seed);
+            Graph wide = lowered(Widening(narrow, pairing).result(), target);
+            const double time = timeOf(wide, target);
+            if (time < leastTime) {
+                leastTime = time;
+                graph = std::move(wide);
+                isFaster = true;
+            }
         }
-    }
     return isFaster;
 }
 

@@ -131,13 +131,21 @@ Schedule scheduled(const Graph &graph, const Target &target) {
     std::vector<Schedule> candidates{inOrderOfStores(graph)};
     for (const std::size_t window : {1, 4, 8, 16, 32, 64, 128, 256, 512, 4096})
         candidates.push_back(inOrderOfCreation(graph, window));
-    const auto cost = [&](const Schedule &schedule) {
-        // Of two that do as well, the one that would with fewer registers.
-        return std::pair{traffic(graph, schedule, target.registers).total(),
-                         traffic(graph, schedule, target.registers / 2).total()};
-    };
-    return *std::min_element(candidates.begin(), candidates.end(),
-                             [&](const Schedule &a, const Schedule &b) { return cost(a) < cost(b); });
+    // Those that do best, and of these the one that would with fewer registers.
+    for (const int registers : {target.registers, target.registers / 2}) {
+        std::vector<int> costs;
+        for (const Schedule &schedule : candidates)
+            costs.push_back(traffic(graph, schedule, registers).total());
+        const int least = std::ranges::min(costs);
+        std::vector<Schedule> best;
+        for (std::size_t i = 0; i < costs.size(); ++i)
+            if (costs[i] == least)
+                best.push_back(std::move(candidates[i]));
+        candidates = std::move(best);
+        if (candidates.size() == 1)
+            break;
+    }
+    return candidates[0];
 }
 
 Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
