@@ -149,10 +149,12 @@ void expectCounts(const std::map<std::string, MachineCode> &functions,
         SCOPED_TRACE(name);
         ASSERT_TRUE(functions.contains(name + "_body"));
         const MachineCode &code = functions.at(name + "_body");
-        // A lane of a difference may be subtracted again, straight into the vector that wants just this lane.
+        // A lane of a result may be computed again, straight into the vector that wants just this lane.
+        const int most = isOnVectors(name) ? 0 : 1;
         EXPECT_GE(code.cost.sums, expected.sums);
-        EXPECT_LE(code.cost.sums, expected.sums + !isOnVectors(name));
-        EXPECT_EQ(code.cost.products, expected.products);
+        EXPECT_LE(code.cost.sums, expected.sums + most);
+        EXPECT_GE(code.cost.products, expected.products);
+        EXPECT_LE(code.cost.products, expected.products + most);
         // Each of the three factors may be widened in a branch of its own, as a number and as a vector.
         EXPECT_LE(code.cost.conversions, expected.conversions + 4);
         EXPECT_TRUE(code.isStraight);

@@ -54,7 +54,7 @@ int mostStackBytes(const Export &entry) {
     const bool isNarrow = sizeof(Word) == 4;
     static const bool hasWideVectors = libraryFile().find("glibc-hwcaps") != std::string::npos;
     if (entry.isComplex())
-        return isNarrow ? 2720 : hasWideVectors ? 2112 : 1408;
+        return isNarrow ? 2720 : hasWideVectors ? 2432 : 1408;
     if (entry.family == "DCT4")
         return entry.name.starts_with("zrfgDCT4_") ? 2560 : 1024;
     return entry.isWht() ? 1536 : hasWideVectors ? 1280 : 1024;
