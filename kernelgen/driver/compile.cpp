@@ -10,8 +10,9 @@ namespace zrfgen::gen {
 CompiledKernel compile(const KernelDefinition &definition, const Target &target) {
     CompiledKernel kernel;
     kernel.algebra = definition.build();
-    kernel.graph = inVectors(kernel.algebra, target);
-    kernel.schedule = scheduled(kernel.graph, target);
+    auto [graph, schedule] = inVectors(kernel.algebra, target);
+    kernel.graph = std::move(graph);
+    kernel.schedule = std::move(schedule);
     kernel.text = text(definition.text, emitBody(kernel.graph, kernel.schedule, definition.arrays, target),
                        hasAlignedMoves(kernel.graph, definition.arrays, target));
     return kernel;

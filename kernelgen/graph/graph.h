@@ -38,6 +38,15 @@ enum class Op : std::uint8_t {
     ByDirection, // a in the forward kernel, b in the inverse one
 };
 
+// Sums and products.
+constexpr bool isArithmetic(Op op) {
+    return op == Op::Add || op == Op::Sub || op == Op::Mul || op == Op::AddSub;
+}
+
+constexpr bool isCommutative(Op op) {
+    return op == Op::Add || op == Op::Mul;
+}
+
 using NodeId = int;
 inline constexpr NodeId noNode = -1;
 

@@ -22,7 +22,7 @@ Counts count(const Graph &graph, const Target &target) {
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
         const bool isWide = node.type.element == Element::Float64;
-        if (node.op == Op::Add || node.op == Op::Sub || node.op == Op::AddSub || node.op == Op::Mul)
+        if (isArithmetic(node.op))
             ++counts.operationsOfLanes[node.type.lanes];
         switch (node.op) {
         case Op::Load:

@@ -17,8 +17,8 @@ std::uint64_t key(NodeId x, NodeId y) {
     return static_cast<std::uint64_t>(x) << 32 | static_cast<std::uint32_t>(y);
 }
 
-bool isCommutative(Op op) {
-    return op == Op::Add || op == Op::Mul;
+bool isConversion(Op op) {
+    return op == Op::Widen || op == Op::Narrow;
 }
 
 bool isElement(const Node &node) {
@@ -78,8 +78,7 @@ bool Pairing::fits(const Node &node, int widest) const {
     if (isElement(node) != (widest == baseTarget().vectorBytes) || (isElement(node) && node.op == Op::Gather))
         return false;
     // A conversion moves between vectors of two widths.
-    const bool isConversion = node.op == Op::Widen || node.op == Op::Narrow;
-    const Type type = twice(isConversion ? Type{Element::Float64, node.type.lanes} : node.type);
+    const Type type = twice(isConversion(node.op) ? Type{Element::Float64, node.type.lanes} : node.type);
     return bytes(type) <= widest && (node.op != Op::AddSub || instructions.hasAddSub(type));
 }
 
@@ -89,10 +88,9 @@ bool Pairing::isPossible() const {
 
 int Pairing::costOfOperation(NodeId node) const {
     const Op op = graph[node].op;
-    const bool isConversion = op == Op::Widen || op == Op::Narrow;
     return op == Op::ByDirection ? 0
            : op == Op::Gather    ? shuffleCost
-           : isConversion        ? conversionCost
+           : isConversion(op)    ? conversionCost
                                  : operationCost;
 }
 

@@ -76,7 +76,7 @@ private:
             node.type = twice(node.type);
             node.picks = sideBySide(picksIn(graph[a], 0), picksIn(graph[a], 1));
         }
-        if ((node.op == Op::Add || node.op == Op::Mul) && node.operands[0] > node.operands[1])
+        if (isCommutative(node.op) && node.operands[0] > node.operands[1])
             std::swap(node.operands[0], node.operands[1]);
         image[a] = copy.intern(std::move(node));
     }
@@ -157,33 +157,29 @@ private:
     Graph copy;
 };
 
-} // namespace
-
-namespace {
-
 // What a call takes: its cycles, and the traffic between registers and memory, four moves to a cycle.
-double timeOf(const Graph &graph, const Target &target) {
-    const Schedule schedule = scheduled(graph, target);
-    return cycles(graph, schedule, target) + 0.25 * traffic(graph, schedule, target.registers).total();
+double timeOf(const OrderedGraph &kernel, const Target &target) {
+    return cycles(kernel.graph, kernel.schedule, target) +
+           0.25 * traffic(kernel.graph, kernel.schedule, target.registers).total();
 }
 
-// Puts the graph into vectors of up to `bytes` if that is faster, and tells whether it was.
-bool widen(Graph &graph, int bytes, const Target &target) {
-    const Graph narrow = graph;
+// Puts the kernel into vectors of up to `bytes` if that is faster, and tells whether it was.
+bool widen(OrderedGraph &kernel, int bytes, const Target &target) {
+    const Graph narrow = kernel.graph;
     if (!Pairing(narrow, target.instructions(), bytes, shuffleCosts[0]).isPossible())
         return false;
     double leastTime =
-        timeOf(narrow, target) * (bytes == baseTarget().vectorBytes ? leastGainOfElements : leastGain);
+        timeOf(kernel, target) * (bytes == baseTarget().vectorBytes ? leastGainOfElements : leastGain);
     bool isFaster = false;
     for (const int shuffleCost : shuffleCosts)
         for (const int seed : seeds) {
             Pairing pairing(narrow, target.instructions(), bytes, shuffleCost);
             search(pairing, seed);
-            Graph wide = lowered(Widening(narrow, pairing).result(), target);
+            OrderedGraph wide = ordered(lowered(Widening(narrow, pairing).result(), target), target);
             const double time = timeOf(wide, target);
             if (time < leastTime) {
                 leastTime = time;
-                graph = std::move(wide);
+                kernel = std::move(wide);
                 isFaster = true;
             }
         }
@@ -192,15 +188,15 @@ bool widen(Graph &graph, int bytes, const Target &target) {
 
 } // namespace
 
-Graph inVectors(const Graph &algebra, const Target &target) {
-    Graph graph = lowered(algebra, target);
+OrderedGraph inVectors(const Graph &algebra, const Target &target) {
+    OrderedGraph kernel = ordered(lowered(algebra, target), target);
     int bytes = baseTarget().vectorBytes;
     if (target.packsScalars)
-        widen(graph, bytes, target);
+        widen(kernel, bytes, target);
     do
         bytes *= 2;
-    while (bytes <= target.vectorBytes && widen(graph, bytes, target));
-    return graph;
+    while (bytes <= target.vectorBytes && widen(kernel, bytes, target));
+    return kernel;
 }
 
 } // namespace zrfgen::gen

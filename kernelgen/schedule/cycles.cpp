@@ -71,7 +71,7 @@ std::vector<Instruction> instructionsOf(const Graph &graph, const Schedule &sche
         // A result takes the place of a source that no one else wants, or of a copy.
         bool needsCopy = !target.hasThreeOperands;
         for (std::size_t i = 0; i < node.operands.size(); ++i)
-            if (--usesLeft[node.operands[i]] == 0 && (i == 0 || node.op == Op::Add || node.op == Op::Mul))
+            if (--usesLeft[node.operands[i]] == 0 && (i == 0 || isCommutative(node.op)))
                 needsCopy = false;
         if (isFree(graph, step.index))
             made = inputs[0];

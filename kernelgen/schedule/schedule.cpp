@@ -148,6 +148,11 @@ Schedule scheduled(const Graph &graph, const Target &target) {
     return candidates[0];
 }
 
+OrderedGraph ordered(Graph graph, const Target &target) {
+    Schedule schedule = scheduled(graph, target);
+    return {std::move(graph), std::move(schedule)};
+}
+
 Traffic traffic(const Graph &graph, const Schedule &schedule, int registers) {
     // The values that each step uses, in order and each once, and the steps at which each value is used, the
     // next one last.

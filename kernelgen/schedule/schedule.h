@@ -18,6 +18,12 @@ using Schedule = std::vector<Step>; // constants have no place in it
 // store, so that source and destination may overlap.
 Schedule scheduled(const Graph &graph, const Target &target);
 
+struct OrderedGraph {
+    Graph graph;
+    Schedule schedule;
+};
+OrderedGraph ordered(Graph graph, const Target &target);
+
 // What an order costs beyond the caller's arrays when evictions are optimal (L. A. Belady, 1966).
 struct Traffic {
     int spills = 0, reloads = 0;

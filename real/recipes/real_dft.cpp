@@ -123,23 +123,18 @@ KernelDefinition spectrumKernel(const Decomposition &decomposition, bool isForwa
                                 Element element) {
     const std::string direction = isForward ? "Forward" : "Inverse";
     const std::string n = std::to_string(length), size = std::to_string(bytes(element));
+    const auto graph = [=](const Decomposition &decomposition) {
+        const LinearMap map = (isForward ? forwardMap : inverseMap)(decomposition);
+        return withSpectrumApart(scalarKernel(map, element), isForward, length);
+    };
     KernelDefinition kernel{
         .exports = {},
         .file = (isForward ? "real_forward_" : "real_inverse_") + lengthAndSuffix(length, element) + ".cpp",
         .decomposition = describe(decomposition) + (isForward ? "" : ", transposed: the last stage first"),
         .elements = length + 2,
-        .build =
-            [=] {
-                return withSpectrumApart((isForward ? forwardRealDft : inverseRealDft)(length, element),
-                                         isForward, length);
-            },
+        .build = [=] { return graph(decomposition); },
         .buildBy =
-            [=](const std::string &words) {
-                const auto map = isForward ? forwardMap : inverseMap;
-                return withSpectrumApart(
-                    scalarKernel(map(ofLength(length, parsedDecomposition(words))), element), isForward,
-                    length);
-            },
+            [=](const std::string &words) { return graph(ofLength(length, parsedDecomposition(words))); },
         .text = kernelText("Real" + direction, length, element),
         .arrays = arraysAnywhere(), // what lies on a boundary of vectors in one layout does not in another
     };

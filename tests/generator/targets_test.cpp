@@ -30,10 +30,7 @@ std::pair<int, int> elementOperations(const Graph &graph) {
     int sums = 0, products = 0;
     for (const NodeId id : liveNodes(graph)) {
         const Node &node = graph[id];
-        (node.op == Op::Mul ? products : sums) +=
-            node.op == Op::Add || node.op == Op::Sub || node.op == Op::AddSub || node.op == Op::Mul
-                ? node.type.lanes
-                : 0;
+        (node.op == Op::Mul ? products : sums) += isArithmetic(node.op) ? node.type.lanes : 0;
     }
     return {sums, products};
 }
