@@ -23,6 +23,7 @@ std::vector<Contest> hartleyContests();
 std::vector<Contest> walshHadamardContests();
 std::vector<Contest> dct4Contests();
 std::vector<Contest> callContests();
+std::vector<Contest> manyContests();
 
 struct Family {
     std::string name; // on the command line
@@ -35,6 +36,7 @@ inline const std::vector<Family> families = {{"complex", complexDftContests},
                                              {"hartley", hartleyContests},
                                              {"walsh-hadamard", walshHadamardContests},
                                              {"dct4", dct4Contests},
-                                             {"calls", callContests}};
+                                             {"calls", callContests},
+                                             {"many", manyContests}};
 
 } // namespace zrfgen::bench

@@ -20,6 +20,10 @@ template <> struct Fftw<float> {
     static constexpr auto planRealInverse = fftwf_plan_dft_c2r_1d;
     static constexpr auto planRealToReal = fftwf_plan_r2r_1d;
     static constexpr auto planRealToRealOfRank = fftwf_plan_r2r;
+    static constexpr auto planManyComplex = fftwf_plan_many_dft;
+    static constexpr auto planManyRealForward = fftwf_plan_many_dft_r2c;
+    static constexpr auto planManyRealInverse = fftwf_plan_many_dft_c2r;
+    static constexpr auto planManyRealToReal = fftwf_plan_many_r2r;
     static constexpr auto execute = fftwf_execute;
     static constexpr auto destroy = fftwf_destroy_plan;
     using Complex = fftwf_complex;
@@ -35,6 +39,10 @@ template <> struct Fftw<double> {
     static constexpr auto planRealInverse = fftw_plan_dft_c2r_1d;
     static constexpr auto planRealToReal = fftw_plan_r2r_1d;
     static constexpr auto planRealToRealOfRank = fftw_plan_r2r;
+    static constexpr auto planManyComplex = fftw_plan_many_dft;
+    static constexpr auto planManyRealForward = fftw_plan_many_dft_r2c;
+    static constexpr auto planManyRealInverse = fftw_plan_many_dft_c2r;
+    static constexpr auto planManyRealToReal = fftw_plan_many_r2r;
     static constexpr auto execute = fftw_execute;
     static constexpr auto destroy = fftw_destroy_plan;
     using Complex = fftw_complex;

@@ -35,16 +35,20 @@ else()
     ${PROJECT_SOURCE_DIR}/kernelgen/* ${PROJECT_SOURCE_DIR}/catalogue/* ${PROJECT_SOURCE_DIR}/*/recipes/*)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${generatorSources}
     ${PROJECT_SOURCE_DIR}/wht/buffer_size.h ${PROJECT_SOURCE_DIR}/dct4/split.h ${PROJECT_SOURCE_DIR}/dct4/tables.h
+    ${PROJECT_SOURCE_DIR}/many/gain.h ${PROJECT_SOURCE_DIR}/many/many.h
     ${PROJECT_SOURCE_DIR}/frame/exports.cpp ${PROJECT_SOURCE_DIR}/frame/transforms.h
     ${PROJECT_SOURCE_DIR}/frame/families.inc)
 endif()
 
-# Has the kernels of a target generated, each file when it is needed. Gives the folder `generated`, and by the generator's
-# list there generatedSources, generatedIncludes and targetOptions.
-macro(generate_kernels target folder)
-  set(generated ${folder})
+# Has the kernels of a library generated for a target, each file when it is needed. Gives the folder `generated`, and by
+# the generator's list there generatedSources, generatedIncludes and targetOptions.
+macro(generate_kernels library target)
+  set(generated ${PROJECT_BINARY_DIR}/generated)
+  if(NOT ${target} STREQUAL ${libraryTarget})
+    string(APPEND generated /${target})
+  endif()
   run_while_configuring("Listing the kernels of ${target}" ${kernelgen} --target ${target} list ${generated})
-  include(${generated}/files.cmake)
+  include(${generated}/${library}.cmake)
   foreach(file IN LISTS generatedSources generatedIncludes)
     add_custom_command(OUTPUT ${generated}/${file}
       COMMAND ${kernelgen} --target ${target} emit ${generated} ${file} DEPENDS ${kernelgen}

@@ -1,14 +1,3 @@
-# A shared library that finds its like wherever the build or the installation is moved.
-function(set_shared_properties target)
-  set_target_properties(${target} PROPERTIES
-    LINKER_LANGUAGE C # no C++ run time
-    VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR}
-    BUILD_WITH_INSTALL_RPATH ON)
-  # Addresses that the loader fills in are read-only once it has.
-  target_link_options(${target} PRIVATE LINKER:-z,relro LINKER:-z,now)
-endfunction()
-
 # What a shared library and its static twin, <name> and <name>_static, have in common. They go to users by one
 # name, zrfgen::<name>.
 function(add_library_pair name)
@@ -24,7 +13,6 @@ function(add_library_pair name)
       ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
   endforeach()
   set_shared_properties(${name})
-  set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
   if(ZRFGEN_USE_STATIC_LIBS)
     add_library(zrfgen::${name} ALIAS ${name}_static)
   else()

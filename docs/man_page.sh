@@ -11,6 +11,7 @@ awk '
         manual["hartley.md"] = "**zrfgHartley**(3)"
         manual["walsh-hadamard.md"] = "**zrfgWHT**(3)"
         manual["dct4.md"] = "**zrfgDCT4**(3)"
+        manual["many.md"] = "**zrfmDFTFwd_CToC**(3)"
         manual["cpp.md"] = "**zrfgen-cpp**(7)"
     }
     /^```/ { isCode = !isCode }

@@ -29,14 +29,14 @@
     .hidden EntrySlotTable
 EntrySlotTable: /* the slots follow, in the order of their stubs */
 
-#define ENTRY(name) \
+#define ENTRY(name, argumentBytes) \
     .section .data.slot.name, "aw", @progbits; .p2align SLOT_ALIGNMENT; \
     .hidden name##_body; .Lslot_##name: SLOT name##_body; \
     .section .text.stub.name, "ax", @progbits; .p2align 4; \
     .globl name; .type name, @function; \
     name: .cfi_startproc; _CET_ENDBR; JUMP_THROUGH(.Lslot_##name); .p2align 4, 0xcc; .cfi_endproc; \
     .size name, . - name;
-#include "entries.inc"
+#include "zrfgen_entries.inc"
 
 #ifndef __x86_64__
     .section .text.stub.programCounterInEax, "ax", @progbits

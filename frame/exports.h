@@ -1,12 +1,13 @@
 // The one list of exports, expanded.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "driver/driver.h"
 
 namespace zrfgen::gen {
 
-// The names of all exports in their order: by the values of their bytes.
-std::vector<std::string> exportNames();
+Exports exportList();
+
+// Of libzrfmany, which has one entry for all lengths of a family.
+Exports exportListOfMany();
 
 } // namespace zrfgen::gen

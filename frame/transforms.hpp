@@ -533,6 +533,9 @@ public:
         return refusal;
     } ///< zrfStatusOk, or zrfStatusSizeError if refused
     [[nodiscard]] constexpr std::size_t count() const noexcept { return rowCount; }
+    [[nodiscard]] constexpr std::size_t length() const noexcept { return rowLength; }
+    [[nodiscard]] constexpr std::size_t stride() const noexcept { return rowStride; }
+    [[nodiscard]] constexpr Element *data() const noexcept { return elements; }
     [[nodiscard]] constexpr bool overlap() const noexcept { return rowCount > 1 && rowStride < rowLength; }
     constexpr std::span<Element, N> operator[](std::size_t i) const noexcept {
         return std::span<Element, N>(elements + i * rowStride, rowLength);
@@ -565,8 +568,9 @@ template <class From, std::size_t M, class To, std::size_t N,
 
 /// What a status says, for a person to read.
 [[nodiscard]] constexpr const char *describe(zrfStatus status) noexcept {
-    return status == zrfStatusOk            ? "no error"
-           : status == zrfStatusPlanError   ? "the DCT-IV plan is not one of this element type, or was overwritten"
+    return status == zrfStatusOk ? "no error"
+           : status == zrfStatusPlanError
+               ? "the DCT-IV plan is not one of this element type, or was overwritten"
            : status == zrfStatusSizeError   ? "a length is out of range, or an array's size does not fit"
            : status == zrfStatusNullPointer ? "a pointer is null, no plan was made, or memory is exhausted"
            : status == zrfStatusFlagError   ? "the scale is not one of the four"

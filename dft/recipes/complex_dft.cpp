@@ -61,13 +61,11 @@ KernelText kernelText(int length, Element element) {
 }
 
 KernelDefinition kernel(int length, Element element, const Target &target) {
-    const LengthRecipe &recipe = lengthRecipe(length);
     const bool hasForms = element == Element::Float32;
     return {
         .exports = {exportName("Forward", length, element), exportName("Inverse", length, element)},
         .file = "dft_" + std::to_string(length) + "_" + suffix(element) + ".cpp",
-        .decomposition =
-            hasForms ? name(recipe.form) + (" " + describe(recipe.complex32)) : describe(recipe.complex64),
+        .decomposition = complexRecipe(length, element),
         .elements = 2 * length,
         .build = [=, &target] { return complexDft(length, element, target); },
         .buildBy =
@@ -87,6 +85,12 @@ Graph complexDft(int length, Element element, const Target &target) {
     const LengthRecipe &recipe = lengthRecipe(length);
     return element == Element::Float32 ? complexDft(recipe.form, recipe.complex32, element, target)
                                        : complexDft(Form::PairedLanes, recipe.complex64, element, target);
+}
+
+std::string complexRecipe(int length, Element element) {
+    const LengthRecipe &recipe = lengthRecipe(length);
+    return element == Element::Float32 ? name(recipe.form) + (" " + describe(recipe.complex32))
+                                       : describe(recipe.complex64);
 }
 
 // Laid out for the base target on all of them: wider vectors are filled by pairing, which keeps the bits.

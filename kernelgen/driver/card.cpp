@@ -48,7 +48,7 @@ double predictedError(const KernelDefinition &definition, const Graph &graph) {
             total += value * value;
         }
     }
-    return std::sqrt(error / total);
+    return total == 0 ? 0 : std::sqrt(error / total); // one that does nothing makes none
 }
 
 std::string constants(const Graph &graph) {
@@ -80,7 +80,7 @@ std::string firstPairs(const Graph &graph) {
 // How many operations there are on how many elements.
 std::string lanes(const Counts &counts) {
     std::string text;
-    for (const auto [lanes, operations] : counts.operationsOfLanes)
+    for (const auto &[lanes, operations] : counts.operationsOfLanes)
         text += text.empty() ? number(operations, "operations on ") +
                                    number(lanes, lanes == 1 ? "element" : "elements")
                              : ", " + number(operations, "on ") + std::to_string(lanes);

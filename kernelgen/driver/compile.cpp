@@ -1,6 +1,7 @@
 #include "driver/compile.h"
 
 #include "driver/card.h"
+#include "lanes/lower.h"
 #include "pairing/widen.h"
 
 #include <sstream>
@@ -10,7 +11,8 @@ namespace zrfgen::gen {
 CompiledKernel compile(const KernelDefinition &definition, const Target &target) {
     CompiledKernel kernel;
     kernel.algebra = definition.build();
-    auto [graph, schedule] = inVectors(kernel.algebra, target);
+    auto [graph, schedule] = definition.isAcross ? ordered(lowered(kernel.algebra, target), target)
+                                                 : inVectors(kernel.algebra, target);
     kernel.graph = std::move(graph);
     kernel.schedule = std::move(schedule);
     kernel.text = text(definition.text, emitBody(kernel.graph, kernel.schedule, definition.arrays, target),

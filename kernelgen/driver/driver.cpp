@@ -5,16 +5,13 @@
 #include "graph/dump.h"
 
 #include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <iostream>
 #include <map>
 #include <set>
 #include <sstream>
 #include <stdexcept>
-#include <thread>
 
 namespace zrfgen::gen {
 
@@ -23,11 +20,11 @@ namespace {
 const char usage[] =
     "usage: kernelgen [--target NAME] COMMAND\n"
     "       list DIRECTORY           write what the build has to know before it generates kernels\n"
-    "       emit DIRECTORY [FILE]    write the library's generated files, or one of its kernels\n"
+    "       emit DIRECTORY FILE      write the kernels of one file\n"
     "       file EXPORT              print the name of the file that a kernel is in\n"
     "       explain EXPORT           print a kernel's card\n"
     "       dump LAYER EXPORT        print a layer: algebra, graph, schedule or text\n"
-    "       exports                  list the exports\n"
+    "       exports LIBRARY          list the exports of zrfgen or zrfmany\n"
     "       try EXPORT RECIPE DIRECTORY\n"
     "                                print the cards of a kernel and of the same by another recipe, in the "
     "words\n"
@@ -40,19 +37,18 @@ struct CommandError : std::runtime_error {
 
 class Driver {
 public:
-    Driver(const Target &target, const std::vector<Family> &families, const std::vector<std::string> &exports)
-        : target(target), exports(exports) {
-        for (const Family &family : families)
-            for (KernelDefinition &kernel : family(target))
-                kernels.push_back(std::move(kernel));
+    Driver(const Target &target, const std::vector<Library> &libraries)
+        : target(target), libraries(libraries) {
+        for (const Library &library : libraries)
+            for (const Family &family : library.families)
+                for (KernelDefinition &kernel : family(target))
+                    kernels.push_back({&library, std::move(kernel)});
     }
 
     void run(const std::vector<std::string> &arguments) const {
         const std::string command = arguments.empty() ? "" : arguments[0];
         if (command == "list" && arguments.size() == 2)
             writeLists(arguments[1]);
-        else if (command == "emit" && arguments.size() == 2)
-            emit(arguments[1]);
         else if (command == "emit" && arguments.size() == 3)
             emit(arguments[1], arguments[2]);
         else if (command == "file" && arguments.size() == 2)
@@ -61,8 +57,8 @@ public:
             explain(arguments[1]);
         else if (command == "dump" && arguments.size() == 3)
             dump(arguments[1], arguments[2]);
-        else if (command == "exports" && arguments.size() == 1)
-            list();
+        else if (command == "exports" && arguments.size() == 2)
+            list(arguments[1]);
         else if (command == "try" && arguments.size() == 4)
             tryRecipe(arguments[1], arguments[2], arguments[3]);
         else
@@ -70,18 +66,22 @@ public:
     }
 
 private:
-    void list() const {
-        for (const std::string &name : exports)
-            std::cout << name << "\n";
+    void list(const std::string &name) const {
+        const auto library = std::ranges::find(libraries, name, &Library::name);
+        if (library == libraries.end())
+            throw CommandError("no library '" + name + "'; there are zrfgen and zrfmany\n");
+        for (const auto &[exported, argumentBytes] : library->exports)
+            std::cout << exported << "\n";
     }
 
     const KernelDefinition &kernel(const std::string &name) const {
-        for (const KernelDefinition &definition : kernels)
+        for (const auto &[library, definition] : kernels)
             if (std::ranges::find(definition.exports, name) != definition.exports.end())
                 return definition;
-        const bool isExport = std::ranges::find(exports, name) != exports.end();
+        const bool isExport = std::ranges::any_of(
+            libraries, [&](const Library &library) { return library.exports.contains(name); });
         throw CommandError(name + (isExport ? " is written by hand and has no card\n"
-                                            : " is no export; see: kernelgen exports\n"));
+                                            : " is no export; see: kernelgen exports zrfgen\n"));
     }
 
     void explain(const std::string &name) const {
@@ -128,19 +128,9 @@ private:
                   ";\ninline constexpr int elements = " + std::to_string(settled.elements) + ";\n");
     }
 
-    void emit(const std::string &directory) const {
-        writeLists(directory);
-        std::map<std::string, std::string> files;
-        const std::vector<std::string> texts = allSources();
-        for (std::size_t i = 0; i < kernels.size(); ++i)
-            files[kernels[i].file] += texts[i];
-        for (const auto &[name, text] : files)
-            write(directory, name, text);
-    }
-
     void emit(const std::string &directory, const std::string &file) const {
         std::string text;
-        for (const KernelDefinition &definition : kernels)
+        for (const auto &[library, definition] : kernels)
             if (definition.file == file)
                 text += source(definition, target);
         if (text.empty())
@@ -151,24 +141,31 @@ private:
     // All that is no kernel, and the names of the files with kernels.
     void writeLists(const std::string &directory) const {
         std::filesystem::create_directories(directory);
-        std::string entries, map, options;
-        for (const std::string &name : exports) {
-            entries += "ENTRY(" + name + ")\n";
-            map += "    " + name + ";\n";
-        }
-        write(directory, "entries.inc", entries);
-        write(directory, "exports.map", "{\nglobal:\n" + map + "local:\n    *;\n};\n");
         write(directory, "target.h",
-              "// The target of the kernels: " + target.name + ".\n#pragma once\n\n#include \"" + target.header +
-                  "\"\n\nnamespace zrfgen {\n\ninline constexpr int vectorBytes = " +
+              "// The target of the kernels: " + target.name + ".\n#pragma once\n\n#include \"" +
+                  target.header + "\"\n\nnamespace zrfgen {\n\ninline constexpr int vectorBytes = " +
                   std::to_string(target.vectorBytes) + ";\n\n} // namespace zrfgen\n");
 
-        std::set<std::string> sources, includes; // hand-written code includes kernels without exports
-        for (const KernelDefinition &definition : kernels)
-            (definition.exports.empty() ? includes : sources).insert(definition.file);
+        for (const Library &library : libraries)
+            writeLists(directory, library);
+    }
+
+    void writeLists(const std::string &directory, const Library &library) const {
+        std::string entries, map, options;
+        for (const auto &[name, argumentBytes] : library.exports) {
+            entries += "ENTRY(" + name + ", " + std::to_string(argumentBytes) + ")\n";
+            map += "    " + name + ";\n";
+        }
+        write(directory, library.name + "_entries.inc", entries);
+        write(directory, library.name + ".map", "{\nglobal:\n" + map + "local:\n    *;\n};\n");
+
+        std::set<std::string> sources, includes; // hand-written code includes kernels without a name
+        for (const auto &[owner, definition] : kernels)
+            if (owner == &library)
+                (definition.exports.empty() ? includes : sources).insert(definition.file);
         for (const std::string &option : target.compilerOptions)
             options += " " + option;
-        write(directory, "files.cmake",
+        write(directory, library.name + ".cmake",
               "set(targetOptions" + options + ")\nset(generatedSources" + joined(sources) +
                   ")\nset(generatedIncludes" + joined(includes) + ")\n");
     }
@@ -178,22 +175,6 @@ private:
         for (const std::string &name : names)
             text += "\n  " + name;
         return text;
-    }
-
-    // The text of every kernel, written by as many threads as the machine has.
-    std::vector<std::string> allSources() const {
-        std::vector<std::string> texts(kernels.size());
-        std::atomic<std::size_t> next = 0;
-        const auto work = [&] {
-            for (std::size_t i = next++; i < kernels.size(); i = next++)
-                texts[i] = source(kernels[i], target);
-        };
-        std::vector<std::future<void>> workers;
-        for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
-            workers.push_back(std::async(std::launch::async, work));
-        for (std::future<void> &worker : workers)
-            worker.get();
-        return texts;
     }
 
     // Leaves a file that would not change as it is, so that nothing is compiled again for it.
@@ -210,21 +191,20 @@ private:
     }
 
     const Target &target;
-    const std::vector<std::string> &exports; // in export order
-    std::vector<KernelDefinition> kernels;
+    const std::vector<Library> &libraries;
+    std::vector<std::pair<const Library *, KernelDefinition>> kernels; // each with the library that it is for
 };
 
 } // namespace
 
-int runDriver(std::vector<std::string> arguments, const std::vector<Family> &families,
-              const std::vector<std::string> &exports) {
+int runDriver(std::vector<std::string> arguments, const std::vector<Library> &libraries) {
     try {
         const Target *target = &baseTarget();
         if (arguments.size() >= 2 && arguments[0] == "--target") {
             target = &targetNamed(arguments[1]);
             arguments.erase(arguments.begin(), arguments.begin() + 2);
         }
-        Driver(*target, families, exports).run(arguments);
+        Driver(*target, libraries).run(arguments);
         return 0;
     } catch (const CommandError &error) {
         std::cerr << error.what();

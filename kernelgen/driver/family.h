@@ -23,6 +23,7 @@ struct KernelDefinition {
     std::function<Graph(const std::string &)> buildBy = {};
     KernelText text;
     ArrayTexts arrays = {};
+    bool isAcross = false; // as it is built it has all that the vectors have room for
 };
 
 using Kernels = std::vector<KernelDefinition>;

@@ -33,7 +33,7 @@ std::string factors(const KernelText &kernel) {
 }
 
 std::string typeText(const KernelText &kernel, const std::string &body, bool hasTwoPaths) {
-    std::string result = (kernel.exports.empty() ? "template <> struct " : "struct ") + kernel.type +
+    std::string result = (kernel.header.empty() ? "template <> struct " : "struct ") + kernel.type +
                          (kernel.base.empty() ? "" : " : " + kernel.base) + " {\n";
     if (kernel.factorsOf > 0)
         result += factors(kernel);
@@ -71,13 +71,13 @@ std::vector<Parameter> transformParameters(Element element) {
 
 std::string text(const KernelText &kernel, const std::string &body, bool hasTwoPaths) {
     const std::string type = typeText(kernel, body, hasTwoPaths);
-    if (kernel.exports.empty())
+    if (kernel.header.empty())
         return type;
     std::string result = "#include \"" + kernel.header + "\"\n\nnamespace zrfgen {\n\nnamespace {\n\n" +
                          type + "\n} // namespace\n\n";
     for (const KernelText::Export &exported : kernel.exports)
         result += exportText(kernel, exported);
-    return result + "} // namespace zrfgen\n";
+    return result + kernel.constants + "} // namespace zrfgen\n";
 }
 
 } // namespace zrfgen::gen

@@ -22,19 +22,20 @@ struct KernelText {
         std::vector<std::string> arguments;
     };
 
-    std::string header = ""; // declares the head
-    std::string type;        // "Dft15Complex32"; without exports a specialisation, "BlockStages<Float32, 32>"
-    std::string base = "";   // inherited from
-    int factorsOf = 0;       // the length whose scale factors the type holds, if any
-    Element element;         // of the factors
-    std::string function;    // the static function's name
-    std::vector<Parameter> templateParameters;
-    std::vector<Parameter> parameters;
+    std::string header = ""; // declares the head; none if hand-written code includes the text
+    std::string type;      // "Dft15Complex32"; without a header a specialisation, "BlockStages<Float32, 32>"
+    std::string base = ""; // inherited from
+    int factorsOf = 0;     // the length whose scale factors the type holds, if any
+    Element element;       // of the factors
+    std::string function;  // the static function's name
+    std::vector<Parameter> templateParameters = {};
+    std::vector<Parameter> parameters = {};
     bool isAlwaysInline = true;
     std::string lastStatement = "";             // behind the body
     std::string arrayElement = "";              // of the arrays that exports take
     std::vector<Parameter> moreParameters = {}; // of exports, behind the flag
     std::vector<Export> exports = {};
+    std::string constants = ""; // behind the type, for other files of the library
 };
 
 // The arrays as bytes and the scale factor.

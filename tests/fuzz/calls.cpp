@@ -7,6 +7,7 @@
 #include "graph/evaluate.h"
 #include "guarded_pages.h"
 #include "random.h"
+#include "many.h"
 #include "real/recipes/real_dft.h"
 
 #include <bit>
@@ -242,6 +243,77 @@ template <class Real> void fuzzTransform(Input &input, const Export &entry) {
     require(std::ranges::equal(result, predicted, isSame<Real>), "the bits are those of the graph");
 }
 
+// An array of transforms: rows, columns or neither, with unused elements between, as near the pages' ends as
+// its first and last element allow.
+struct ManyArrays {
+    Many::Strides strides;
+    unsigned char *first; // element 0 of transform 0
+    std::ptrdiff_t elementBytes;
+
+    ManyArrays(Input &input, const GuardedPages &pages, std::ptrdiff_t elements, std::ptrdiff_t count,
+               std::size_t elementBytes, std::size_t step)
+        : elementBytes(static_cast<std::ptrdiff_t>(elementBytes)) {
+        const std::ptrdiff_t gap = input.below(3);
+        const Many::Strides choices[] = {
+            {1, elements + gap}, {count + gap, 1}, {2 + gap, (2 + gap) * elements}, {1, -elements - gap}};
+        strides = choices[input.below(4)];
+        const std::ptrdiff_t along = (elements - 1) * strides.step + 1,
+                             across = (count - 1) * strides.distance;
+        const std::size_t bytes = (along + std::abs(across)) * elementBytes;
+        first = place(input, pages, bytes, step) - std::min<std::ptrdiff_t>(across, 0) * this->elementBytes;
+    }
+    unsigned char *at(std::ptrdiff_t transform, std::ptrdiff_t element) const {
+        return first + (transform * strides.distance + element * strides.step) * elementBytes;
+    }
+};
+
+// Many transforms give the bits of single ones, which are held to their graphs, and write nothing else.
+template <class Real> void fuzzMany(Input &input, const Many &many) {
+    const Export &single = many.single;
+    const int most = single.isWht() ? 10 : single.mostSize(); // as the pages have room for
+    const int32_t n = single.leastSize() + input.below(most - single.leastSize() + 1);
+    const std::ptrdiff_t count = 1 + input.below(single.isWht() && n > 5 ? 3 : 24);
+    const int32_t flag = 1 << input.below(4);
+    const std::size_t size = many.elementBytes(), step = single.isWht() ? sizeof(Real) : 1;
+    const ManyArrays src(input, sourcePages, many.sources(n), count, size, step);
+    const ManyArrays dst(input, destinationPages, many.results(n), count, size, step);
+    const auto values = makeValues<Real>(input, single.srcCount(n), static_cast<Values>(input.below(4)));
+    std::vector<Real> row(std::max(single.srcCount(n), single.dstCount(n)));
+    const std::size_t pageBytes = destinationPages.end() - destinationPages.begin();
+    std::vector<unsigned char> expected(destinationPages.begin(), destinationPages.end());
+    unsigned char *const buffer = blockPages.begin();
+    call = "many of " + std::string(single.name) + ", length or order " + std::to_string(n) + ", flag " +
+           std::to_string(flag) + ", " + std::to_string(count) + " by " + std::to_string(src.strides.step) +
+           ", " + std::to_string(src.strides.distance) + " to " + std::to_string(dst.strides.step) + ", " +
+           std::to_string(dst.strides.distance);
+    for (std::ptrdiff_t t = 0; t < count; ++t) {
+        for (std::size_t i = 0; i < single.srcCount(n); ++i)
+            row[i] = values[(i + 7 * t) % values.size()];
+        for (std::ptrdiff_t e = 0; e < many.sources(n); ++e)
+            std::memcpy(src.at(t, e), reinterpret_cast<unsigned char *>(row.data()) + e * size, size);
+        require(single.transform(row.data(), row.data(), n, flag, buffer) == zrfStatusOk, "a row is taken");
+        for (std::ptrdiff_t e = 0; e < many.results(n); ++e)
+            std::memcpy(expected.data() + (dst.at(t, e) - destinationPages.begin()),
+                        reinterpret_cast<unsigned char *>(row.data()) + e * size, size);
+    }
+    require(many.call(src.at(0, 0), dst.at(0, 0), n, flag, count, src.strides, dst.strides, buffer) ==
+                zrfStatusOk,
+            "good arguments are taken");
+    for (std::ptrdiff_t t = 0; t < count; ++t) // numbers that are none may differ in their bits
+        for (std::ptrdiff_t e = 0; e < many.results(n); ++e)
+            for (std::size_t part = 0; part < many.parts(); ++part) {
+                unsigned char *const there = dst.at(t, e) + part * sizeof(Real);
+                unsigned char *const wanted = expected.data() + (there - destinationPages.begin());
+                Real result, number;
+                std::memcpy(&result, there, sizeof result);
+                std::memcpy(&number, wanted, sizeof number);
+                require(isSame(result, number), "the bits are those of single calls");
+                std::memcpy(wanted, there, sizeof result);
+            }
+    require(std::memcmp(expected.data(), destinationPages.begin(), pageBytes) == 0,
+            "nothing but results is written");
+}
+
 int32_t choosePlanLength(Input &input) {
     if (input.oneIn(8))
         return input.raw<int32_t>();
@@ -380,6 +452,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         require(zrfgenGetLibVersion() == zrfgenGetLibVersion(), "there is one record");
         break;
     default:
+        if (entry.takesSize() && input.oneIn(2)) {
+            const Many &many = *std::ranges::find(allOfMany(), entry.name,
+                                                  [](const Many &each) { return each.single.name; });
+            entry.isSingle ? fuzzMany<Float32>(input, many) : fuzzMany<Float64>(input, many);
+            break;
+        }
         entry.isSingle ? fuzzTransform<Float32>(input, entry) : fuzzTransform<Float64>(input, entry);
     }
     return 0;
