@@ -19,6 +19,8 @@ function(add_library_pair name)
     add_library(zrfgen::${name} ALIAS ${name})
   endif()
   install(TARGETS ${name} EXPORT shared
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime # where a shared library is no LIBRARY but a DLL
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
   install(TARGETS ${name}_static EXPORT static
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)

@@ -1,4 +1,4 @@
-# How a shared library is linked.
+# How a shared library is linked on Linux. cmake/windows/linking.cmake has the same functions for Windows.
 
 # A shared library that finds its like wherever the build or the installation is moved.
 function(set_shared_properties target)

@@ -1,6 +1,8 @@
 #include "zrfcore.h"
 
-#include <cstdlib>
+#include "aligned_memory.h"
+
+#include <cstddef>
 
 namespace {
 
@@ -13,11 +15,11 @@ void *ZRF_CORE_CALL zrfMalloc(int32_t size) {
     if (size <= 0)
         return nullptr;
     void *block = nullptr;
-    return posix_memalign(&block, blockAlignment, static_cast<std::size_t>(size)) == 0 ? block : nullptr;
+    return allocateAligned(&block, blockAlignment, static_cast<std::size_t>(size)) ? block : nullptr;
 }
 
 void ZRF_CORE_CALL zrfFree(void *block) {
-    std::free(block);
+    releaseAligned(block);
 }
 
 uint64_t ZRF_CORE_CALL zrfGetEnabledCpuFeatures(void) {

@@ -4,7 +4,9 @@
 
 #include <stdint.h>
 
-#if defined(__i386__) || defined(_M_IX86)
+#if defined(_MSC_VER) && defined(_M_IX86)
+#define ZRF_CORE_CALL __stdcall
+#elif defined(__i386__)
 #define ZRF_CORE_CALL __attribute__((stdcall))
 #else
 #define ZRF_CORE_CALL

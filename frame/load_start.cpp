@@ -14,8 +14,10 @@ std::int32_t entryRoutine(void *, std::uint32_t reason, void *) {
     return 1;
 }
 
+#ifndef _WIN32 // which calls DllMain
 [[gnu::constructor]] static void attachProcess() {
     entryRoutine(nullptr, processAttach, nullptr);
 }
+#endif
 
 } // namespace zrfgen

@@ -10,15 +10,17 @@
 #include <stdint.h>
 
 /* On 32-bit x86 every function removes its own arguments from the stack; elsewhere the platform's C
- * convention holds. The stack needs no particular alignment. */
-#if defined(__i386__) || defined(_M_IX86)
+ * convention holds. The stack needs no particular alignment, but on 64-bit Windows that of the platform. */
+#if defined(_MSC_VER) && defined(_M_IX86)
+#define ZRF_CALL __stdcall
+#elif defined(__i386__)
 #define ZRF_CALL __attribute__((stdcall))
 #else
 #define ZRF_CALL
 #endif
 
 /* No function throws. */
-#if defined(__cplusplus) && __cplusplus >= 201103L
+#if defined(__cplusplus) && (__cplusplus >= 201103L || defined(_MSC_VER))
 #define ZRF_NOEXCEPT noexcept
 #else
 #define ZRF_NOEXCEPT
@@ -67,9 +69,13 @@ enum { zrfScaleFwdByN = 1, zrfScaleInvByN = 2, zrfScaleBySqrtN = 4, zrfScaleNone
  * up. */
 enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
 
+/* Its text, scanned once more: MSVC's traditional preprocessor hands __VA_ARGS__ on as one argument until
+ * then. */
+#define ZRF_EXPAND(text) text
+
 /* Expands entry(N, ...) for every DFT length. */
 /* clang-format off */
-#define ZRF_FOR_EACH_LENGTH(entry, ...)                                                         \
+#define ZRF_FOR_EACH_LENGTH(entry, ...) ZRF_EXPAND(                                             \
                                                   entry( 2, __VA_ARGS__) entry( 3, __VA_ARGS__) \
     entry( 4, __VA_ARGS__) entry( 5, __VA_ARGS__) entry( 6, __VA_ARGS__) entry( 7, __VA_ARGS__) \
     entry( 8, __VA_ARGS__) entry( 9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__) \
@@ -86,7 +92,7 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
     entry(52, __VA_ARGS__) entry(53, __VA_ARGS__) entry(54, __VA_ARGS__) entry(55, __VA_ARGS__) \
     entry(56, __VA_ARGS__) entry(57, __VA_ARGS__) entry(58, __VA_ARGS__) entry(59, __VA_ARGS__) \
     entry(60, __VA_ARGS__) entry(61, __VA_ARGS__) entry(62, __VA_ARGS__) entry(63, __VA_ARGS__) \
-    entry(64, __VA_ARGS__)
+    entry(64, __VA_ARGS__))
 /* clang-format on */
 
 #define ZRF_FIXED_SIZE(N, family, suffix, Element)                                                           \
@@ -135,13 +141,14 @@ enum { zrfShortestLength = 2, zrfLongestLength = 64, zrfHighestOrder = 13 };
 
 /* Expand entry(order, ...) for the orders of the Walsh-Hadamard transform, without and with a buffer. */
 #define ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, ...)                                                        \
-    entry(1, __VA_ARGS__) entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__)                  \
-        entry(5, __VA_ARGS__) entry(6, __VA_ARGS__) entry(7, __VA_ARGS__)
+    ZRF_EXPAND(entry(1, __VA_ARGS__) entry(2, __VA_ARGS__) entry(3, __VA_ARGS__) entry(4, __VA_ARGS__)       \
+                   entry(5, __VA_ARGS__) entry(6, __VA_ARGS__) entry(7, __VA_ARGS__))
 #define ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, ...)                                                           \
-    entry(8, __VA_ARGS__) entry(9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__)                \
-        entry(12, __VA_ARGS__) entry(13, __VA_ARGS__)
+    ZRF_EXPAND(entry(8, __VA_ARGS__) entry(9, __VA_ARGS__) entry(10, __VA_ARGS__) entry(11, __VA_ARGS__)     \
+                   entry(12, __VA_ARGS__) entry(13, __VA_ARGS__))
 #define ZRF_FOR_EACH_ORDER(entry, ...)                                                                       \
-    ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, __VA_ARGS__) ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, __VA_ARGS__)
+    ZRF_EXPAND(ZRF_FOR_EACH_ORDER_WITHOUT_BUFFER(entry, __VA_ARGS__)                                         \
+                   ZRF_FOR_EACH_ORDER_WITH_BUFFER(entry, __VA_ARGS__))
 
 #define ZRF_WHT_ORDER(order, suffix, Element)                                                                \
     zrfStatus ZRF_CALL zrfgWHT_##order##_##suffix(const Element *src, Element *dst, int32_t flag,            \

@@ -16,7 +16,7 @@
 #ifndef ZRFGEN_TRANSFORMS_HPP
 #define ZRFGEN_TRANSFORMS_HPP
 
-#if __cplusplus < 202002L
+#if __cplusplus < 202002L && !(defined(_MSVC_LANG) && _MSVC_LANG >= 202002L)
 #error                                                                                                       \
     "zrfgen/transforms.hpp needs C++20: compile with -std=c++20. zrfgen/transforms.h serves older standards."
 #else
@@ -395,9 +395,15 @@ template <Layout layout, class A, class B, detail::ProductOf<const A &, const B 
 /// Memory for walshHadamard() to work in. Arrays of these stand on the 16-byte boundary that it asks for:
 ///
 ///     std::vector<zrfgen::ScratchBlock> buffer(zrfgen::walshHadamardBufferSize<float>(1024));
+#if defined(_WIN32) && !defined(_WIN64) // where the heap keeps to 8 bytes, though GCC takes 16 for granted
+struct alignas(32) ScratchBlock {
+    std::byte bytes[32];
+};
+#else
 struct alignas(16) ScratchBlock {
     std::byte bytes[16];
 };
+#endif
 
 /// The blocks that a Walsh-Hadamard transform of so many elements needs: 0 up to 128 elements, and for
 /// lengths that are refused.

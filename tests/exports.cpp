@@ -1,7 +1,5 @@
 #include "exports.h"
 
-#include <dlfcn.h>
-
 const std::vector<Export> &allExports() {
 #define ADD(name, family, entry, suffix, size)                                                               \
     {#name,        family,                                                                                   \
@@ -35,10 +33,4 @@ const std::vector<Export> &allExports() {
         return list;
     }();
     return sorted;
-}
-
-std::string libraryFile() {
-    Dl_info info{};
-    dladdr(reinterpret_cast<const void *>(zrfgenGetLibVersion), &info);
-    return info.dli_fname;
 }

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 
 // Tables of the DCT-IV come from the C library, whose last bits depend on the processor. The library takes
 // these instead: the angle less quarters of a turn, in two parts, then the series.
@@ -57,12 +58,18 @@ public:
     std::uint64_t value = 0xcbf29ce484222325;
 };
 
-// An array in a block of its own, which ends where the array ends. What it holds is not known.
+// An array in a block of its own on a 16-byte boundary, which ends where the array ends. What it holds is not
+// known.
 struct Array {
-    std::unique_ptr<unsigned char[]> block;
+    static constexpr std::align_val_t boundary{16}; // more than some heaps give
+    struct Release {
+        void operator()(unsigned char *bytes) const { ::operator delete[](bytes, boundary); }
+    };
+    std::unique_ptr<unsigned char, Release> block;
     unsigned char *start;
     Array(std::size_t bytes, std::size_t offset)
-        : block(new unsigned char[offset + bytes]), start(block.get() + offset) {}
+        : block(static_cast<unsigned char *>(::operator new[](offset + bytes, boundary))),
+          start(block.get() + offset) {}
 };
 
 enum class Values { Plain, Tiny, Wild, Count };

@@ -29,8 +29,11 @@ void keepInput(int signal) {
 
 int main(int count, char **arguments) {
     unsigned long runs = 100000, seed = 1;
-    for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT})
+    for (const int signal : {SIGSEGV, SIGILL, SIGFPE, SIGABRT})
         std::signal(signal, keepInput);
+#ifdef SIGBUS
+    std::signal(SIGBUS, keepInput);
+#endif
     for (int i = 1; i < count; ++i) {
         const char *const argument = arguments[i];
         if (std::sscanf(argument, "-runs=%lu", &runs) == 1 || std::sscanf(argument, "-seed=%lu", &seed) == 1)

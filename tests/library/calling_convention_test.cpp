@@ -1,27 +1,13 @@
 // What a caller's registers, stack and floating-point state look like after a call.
+#include "call_probe.h"
 #include "exports.h"
 
-#include <cfenv>
 #include <gtest/gtest.h>
 #include <pmmintrin.h>
 
 namespace {
 
-using Word = std::uintptr_t;
-
-constexpr int keptRegisters = sizeof(Word) == 8 ? 6 : 4;
-
-struct CallProbe {
-    Word callerStack, stackBefore, stackAfter;
-    Word keptBefore[6], keptAfter[6];
-};
-
-extern "C" {
-CallProbe callProbe;
-Word probeCall(Word function, const Word *arguments, Word argumentCount);
-}
-
-// On 32-bit x86 a stack may stand anywhere. The states of SSE are the one that programs start with and one
+// The states of SSE are the one that programs start with and one
 // that none does: it rounds to zero and flushes denormals.
 struct Caller {
     Word stackShift;
@@ -30,7 +16,7 @@ struct Caller {
 const std::vector<Caller> callers = [] {
     std::vector<Caller> list;
     for (const unsigned unusual : {0, _MM_ROUND_TOWARD_ZERO | _MM_FLUSH_ZERO_ON | _MM_DENORMALS_ZERO_ON})
-        for (const Word stackShift : {0, 4, 8, 12})
+        for (const Word stackShift : stackShifts)
             list.push_back({stackShift, 0x1f80 | unusual});
     return list;
 }();
@@ -41,6 +27,12 @@ Word word(const void *address) {
     return reinterpret_cast<Word>(address);
 }
 
+// What `fnstenv` stores.
+struct X87State {
+    std::uint16_t control, gap1, status, gap2, tags, gap3;
+    std::uint32_t pointers[4];
+};
+
 // The stack of the calls.
 constexpr Word untouched = static_cast<Word>(0xa5a5a5a5a5a5a5a5u);
 alignas(16) Word stack[4096];
@@ -48,7 +40,7 @@ constexpr Word *stackTop = stack + 4080;
 
 // How many bytes of it an export may take besides its arguments: the figures of the calling rules.
 int mostStackBytes(const Export &entry) {
-#if defined(__clang__) || defined(__SANITIZE_ADDRESS__)
+#if defined(__clang__) || defined(__SANITIZE_ADDRESS__) || defined(_WIN32)
     return sizeof stack; // they are those of another build
 #endif
     const bool isNarrow = sizeof(Word) == 4;
@@ -71,21 +63,22 @@ Word resultOf(const Export &entry, std::vector<Word> arguments, const Caller &ca
     std::fill(stack, stackTop, untouched);
     callProbe.stackBefore = word(stackTop) - caller.stackShift;
 
-    std::fenv_t usual, after;
-    std::fegetenv(&usual);
+    X87State usual, after;
+    asm volatile("fnstenv %0" : "=m"(usual));
+    const unsigned usualSseState = _mm_getcsr();
     asm volatile("fldcw %0" : : "m"(unusualX87Control));
     _mm_setcsr(caller.sseState);
     const Word function = reinterpret_cast<Word>(entry.address);
     const Word result = probeCall(function, arguments.data(), argumentCount);
     const unsigned sseStateAfter = _mm_getcsr();
-    std::fegetenv(&after);
-    std::fesetenv(&usual);
+    asm volatile("fnstenv %0\n\tfldenv %1" : "=m"(after) : "m"(usual));
+    _mm_setcsr(usualSseState);
 
     EXPECT_EQ(callProbe.stackAfter, callProbe.stackBefore);
     EXPECT_TRUE(std::equal(callProbe.keptBefore, callProbe.keptBefore + keptRegisters, callProbe.keptAfter));
     EXPECT_EQ(sseStateAfter & ~sseStatusBits, caller.sseState);
-    EXPECT_EQ(after.__control_word, unusualX87Control);
-    EXPECT_EQ(after.__tags & 0xffff, 0xffff) << "the x87 registers are not empty";
+    EXPECT_EQ(after.control, unusualX87Control);
+    EXPECT_EQ(after.tags, 0xffff) << "the x87 registers are not empty";
     const Word *const deepest = std::find_if(stack, stackTop, [](Word word) { return word != untouched; });
     EXPECT_LE(static_cast<int>(callProbe.stackBefore - word(deepest)), mostStackBytes(entry));
     return result;

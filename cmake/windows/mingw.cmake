@@ -1,0 +1,11 @@
+# What the toolchains for Windows have in common. The compilers are those with POSIX threads, which std::thread needs.
+set(CMAKE_SYSTEM_NAME Windows)
+string(REGEX MATCH "^[^-]*" CMAKE_SYSTEM_PROCESSOR ${windowsTriple})
+set(CMAKE_C_COMPILER ${windowsTriple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${windowsTriple}-g++-posix)
+set(CMAKE_RC_COMPILER ${windowsTriple}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${windowsTriple})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/run.sh ${CMAKE_BINARY_DIR}/wine ${wine})
