@@ -4,6 +4,7 @@
 #include "dft/recipes/complex_dft.h"
 #include "dft/recipes/lengths.h"
 #include "lanes/lower.h"
+#include "many/recipes/kernels.h"
 #include "real/recipes/lengths.h"
 #include "real/recipes/real_dft.h"
 #include "tests/command.h"
@@ -16,6 +17,7 @@
 #include <fstream>
 #include <map>
 #include <regex>
+#include <set>
 #include <sstream>
 
 namespace zrfgen::gen {
@@ -111,7 +113,7 @@ struct ExportCounts {
     Cost cost;
 };
 
-// Of all kernels of a target, by the cards that head their texts: names first, then counts.
+// Of all kernels of libzrfgen for a target, by the cards that head their texts: names first, then counts.
 std::vector<ExportCounts> readCards(const std::string &folder) {
     std::vector<ExportCounts> exports;
     for (const auto &file : std::filesystem::directory_iterator(folder)) {
@@ -277,6 +279,148 @@ TEST(WalshHadamardCounts, OfTheMachineCodeAreThoseOfTheGraph) {
             EXPECT_EQ(functions.at(name).cost.products, expected.products) << name;
             EXPECT_TRUE(functions.at(name).isAligned) << name;
         }
+}
+
+// An operation counts as often as it has lanes.
+void addOperation(Cost &cost, const Node &node, int lanes) {
+    if (isArithmetic(node.op))
+        (node.op == Op::Mul ? cost.products : cost.sums) += lanes;
+    else if (node.op == Op::Widen || node.op == Op::Narrow)
+        cost.conversions += lanes;
+}
+
+// What one transform takes, element by element: its results in one direction and all that they depend on, by
+// groups of lanes. The kernel itself may do more, in lanes of its vectors that nothing reads.
+Cost elementCost(const Graph &kernel, Direction direction, int groupLanes) {
+    Cost cost;
+    std::vector<std::set<int>> groups(kernel.size()); // that something depends on
+    for (const Store &store : kernel.stores())
+        for (std::size_t lane = 0; lane < store.offsets.size(); ++lane)
+            if (store.offsets[lane] != idle)
+                groups[store.value].insert(static_cast<int>(lane) / groupLanes);
+    for (NodeId id = kernel.size() - 1; id >= 0; --id) {
+        const Node &node = kernel[id];
+        for (const int group : groups[id]) {
+            addOperation(cost, node, groupLanes);
+            if (node.op == Op::ByDirection) {
+                groups[node.operands[direction == Direction::Forward ? 0 : 1]].insert(group);
+            } else if (node.op == Op::Gather) {
+                for (int lane = group * groupLanes; lane < (group + 1) * groupLanes; ++lane)
+                    if (node.picks[lane] != idle) {
+                        const Graph::Place place = kernel.placeOf(node.operands, node.picks[lane]);
+                        groups[node.operands[place.operand]].insert(place.lane / groupLanes);
+                    }
+            } else {
+                for (const NodeId operand : node.operands)
+                    groups[operand].insert(group);
+            }
+        }
+    }
+    return cost;
+}
+
+// Of one transform, by the name of the kernel that does many.
+std::map<std::string, Cost> costsOfSingleKernels() {
+    std::map<std::string, Cost> costs;
+    for (const Element element : {Element::Float32, Element::Float64}) {
+        const auto add = [&](const std::string &family, int size, const Graph &kernel,
+                             Direction direction = Direction::Forward, int groupLanes = 1) {
+            const std::string type = bits(element) + (groupLanes == 2 ? "fc" : "f");
+            costs["many_" + family + "_" + std::to_string(size) + "_" + type] =
+                elementCost(kernel, direction, groupLanes);
+        };
+        for (int length = shortestLength; length <= longestLength; ++length) {
+            const Graph complex = complexDft(length, element, baseTarget());
+            add("DFTFwd_CToC", length, complex, Direction::Forward, 2);
+            add("DFTInv_CToC", length, complex, Direction::Inverse, 2);
+            add("DFTFwd_RToCCS", length, forwardRealDft(length, element));
+            add("DFTInv_CCSToR", length, inverseRealDft(length, element));
+            add("Hartley", length, hartley(length, element));
+        }
+        for (int order = 1; order <= highestOrderWithoutBuffer; ++order)
+            add("WHT", order, smallWalshHadamard(order, element, baseTarget()));
+    }
+    return costs;
+}
+
+// Each kernel of many transforms, but for those of no gain, which are empty, and the transposes.
+template <class Use> void forEachManyKernel(const Target &target, Use use) {
+    for (const KernelDefinition &kernel : manyKernels(target)) {
+        SCOPED_TRACE(target.name + " " + kernel.text.type);
+        const Graph graph = lowered(kernel.build(), target);
+        if (!kernel.exports.empty() && !graph.stores().empty())
+            use(kernel, graph);
+    }
+}
+
+bool isComplex(const KernelDefinition &kernel) {
+    return kernel.exports[0].ends_with("c");
+}
+
+// As many of a transform's operations as there are transforms, no more and no fewer, on every target.
+TEST(ManyCounts, OfTheGraphAreThoseOfOneTransformForEach) {
+    const std::map<std::string, Cost> costs = costsOfSingleKernels();
+    for (const Target &target : targets()) {
+        int kernels = 0;
+        forEachManyKernel(target, [&](const KernelDefinition &kernel, const Graph &graph) {
+            ++kernels;
+            Cost cost;
+            for (const NodeId id : liveNodes(graph))
+                addOperation(cost, graph[id], graph[id].type.lanes);
+            const int transforms = target.vector(kernel.text.element).lanes / (isComplex(kernel) ? 2 : 1);
+            const Cost &one = costs.at(kernel.exports[0]);
+            EXPECT_EQ(cost.sums, transforms * one.sums);
+            EXPECT_EQ(cost.products, transforms * one.products);
+            EXPECT_EQ(cost.conversions, transforms * one.conversions);
+        });
+        EXPECT_GT(kernels, 600);
+    }
+}
+
+bool isSign(const Node &node) {
+    return node.op == Op::Constant && std::ranges::all_of(node.values, [&](Quad value) {
+               return value == node.values[0] && (value == 1 || value == -1);
+           });
+}
+
+// Products of whole vectors by 1 or -1, which the compiler leaves out. They are there since one transform's
+// vectors hold other factors beside these.
+int productsBySigns(const Graph &graph) {
+    return static_cast<int>(std::ranges::count_if(liveNodes(graph), [&](NodeId id) {
+        return graph[id].op == Op::Mul && std::ranges::any_of(graph[id].operands, [&](NodeId operand) {
+                   return isSign(graph[operand]);
+               });
+    }));
+}
+
+// In the functions that are named by a kernel's type: two for complex numbers, on rows and anywhere.
+TEST(ManyCounts, OfTheMachineCodeAreThoseOfTheGraph) {
+    std::map<std::string, std::string> libraries = {{LIBRARY_TARGET, ZRFMANY_LIBRARY}};
+    std::istringstream wider(WIDER_TARGETS);
+    for (std::string target; wider >> target;)
+        libraries[target] = BUILD "/lib/glibc-hwcaps/" + target + "/libzrfmany.so";
+    const std::regex typeName(R"(Many[A-Za-z]+\d+(Complex|Float)(32|64))");
+    for (const auto &[target, library] : libraries) {
+        std::map<std::string, std::vector<MachineCode>> functions;
+        for (const auto &[name, code] : readMachineCode(library)) {
+            std::smatch type;
+            if (std::regex_search(name, type, typeName) && code.cost.sums > 0) // and not just a call of it
+                functions[type[0]].push_back(code);
+        }
+        forEachManyKernel(targetNamed(target), [&](const KernelDefinition &kernel, const Graph &graph) {
+            const Counts counts = count(graph, targetNamed(target));
+            const int sums = counts.sums(), products = counts.multiplications - productsBySigns(graph);
+            EXPECT_EQ(functions[kernel.text.type].size(), isComplex(kernel) ? 2u : 1u);
+            for (const MachineCode &code : functions[kernel.text.type]) {
+                const int loops = code.cost.sums == sums ? 1 : 2; // a short one may be there twice
+                EXPECT_EQ(code.cost.sums, loops * sums);
+                EXPECT_EQ(code.cost.products, loops * products);
+                EXPECT_TRUE(code.isStraight);
+                EXPECT_FALSE(code.isFused);
+                EXPECT_EQ(code.isWide, code.clearsUpperHalves);
+            }
+        });
+    }
 }
 
 } // namespace
