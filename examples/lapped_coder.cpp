@@ -132,7 +132,7 @@ std::string readCurve(const Curve &curve, double x) {
 int main(int count, char **values) try {
     const std::vector<std::string> paths = parsePaths(count, values, "lapped_coder INPUT.wav OUTPUT.svg");
     const Recording recording = readRecording(paths[0]);
-    keepRecording(paths[0], paths[1]);
+    keepInput(paths[0], paths[1]);
     const std::vector<float> &samples = recording.samples;
     double loudest = 0;
     for (const float sample : samples)

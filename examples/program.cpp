@@ -14,10 +14,10 @@ std::vector<std::string> parsePaths(int count, char **values, const std::string 
     return paths;
 }
 
-void keepRecording(const std::string &recording, const std::string &picture) {
+void keepInput(const std::string &input, const std::string &picture) {
     std::error_code ignored;
-    if (std::filesystem::equivalent(recording, picture, ignored))
-        throw std::runtime_error("the picture would overwrite the recording; name another output");
+    if (std::filesystem::equivalent(input, picture, ignored))
+        throw std::runtime_error("the picture would overwrite the input; name another output");
 }
 
 int reportFailure(const char *program, const std::exception &error) {

@@ -15,7 +15,7 @@ struct UsageError : std::runtime_error {
 std::vector<std::string> parsePaths(int count, char **values, const std::string &usage);
 
 // Throws if both paths are those of one file.
-void keepRecording(const std::string &recording, const std::string &picture);
+void keepInput(const std::string &input, const std::string &picture);
 
 // Prints the line for the user and returns the program's exit code: 2 for wrong usage, else 1.
 int reportFailure(const char *program, const std::exception &error);

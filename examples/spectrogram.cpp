@@ -1,9 +1,9 @@
 // Shows what a recording sounds like over time: a picture of its frequencies and a short summary.
 
-#include "picture.h"
 #include "program.h"
 #include "recording.h"
 #include "short_time_transform.h"
+#include "spectrogram_picture.h"
 
 #include <algorithm>
 #include <charconv>
@@ -110,7 +110,7 @@ int main(int count, char **values) try {
                                  std::to_string(recording.samples.size()) + " samples, fewer than the " +
                                  std::to_string(arguments.length) +
                                  " of a frame; give a longer recording or a smaller --length");
-    keepRecording(arguments.input, arguments.output);
+    keepInput(arguments.input, arguments.output);
 
     const Spectrogram spectrogram = transformFrames(recording.samples, arguments.length, plotWidth);
     const Picture picture = drawSpectrogram(spectrogram, recording.duration(), recording.sampleRate);

@@ -128,7 +128,7 @@ TEST(Spectrogram, refusesBadArguments) {
         expectRefusal(arguments, 2, "usage is");
     expectRefusal(tone + " missing/refused.png", 1, "cannot write the picture");
     expectRefusal(tone + " .", 1, "cannot write the picture");
-    expectRefusal(tone + " " + tone, 1, "would overwrite the recording");
+    expectRefusal(tone + " " + tone, 1, "would overwrite the input");
 }
 
 } // namespace
