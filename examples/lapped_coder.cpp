@@ -1,6 +1,7 @@
 // Codes a recording with a lapped transform (MDCT): how many decibels of noise a bit buys, for short and long
 // blocks and without a transform.
 
+#include "entropy.h"
 #include "plot.h"
 #include "program.h"
 #include "recording.h"
@@ -84,18 +85,6 @@ double signalToNoise(const std::vector<float> &signal, const std::vector<float> 
         noise += std::pow(double(approximation[i]) - signal[i], 2);
     }
     return 10 * std::log10(power / noise);
-}
-
-// What the best code for such numbers takes altogether, with the correction for counting only so many of them
-// (Miller and Madow). The code itself costs nothing here.
-double entropy(const std::unordered_map<int, int> &counts) {
-    int total = 0;
-    for (const auto &[value, count] : counts)
-        total += count;
-    double bits = double(counts.size() - 1) / (2 * std::numbers::ln2);
-    for (const auto &[value, count] : counts)
-        bits += count * std::log2(double(total) / count);
-    return bits;
 }
 
 // Rounds to multiples of the step and returns the bits it takes, one code for each of 32 bands of lines.
