@@ -3,6 +3,10 @@
 . "$(dirname "$0")/readme.sh"
 extractPrograms find_package
 cd find_package
+cat >>CMakeLists.txt <<'TEXT'
+add_executable(many many.cpp)
+target_link_libraries(many PRIVATE zrfgen::zrfmany)
+TEXT
 
 for kind in shared static; do
     cmake -S . -B $kind -DCMAKE_PREFIX_PATH="$TREE" -DCMAKE_LIBRARY_ARCHITECTURE="${LIBRARIES##*/}" \
@@ -10,6 +14,8 @@ for kind in shared static; do
     cmake --build $kind
     expectLinkage $kind $kind/hello
     $kind/hello | diff hello-cpp.txt -
+    expectLinkage $kind $kind/many zrfmany
+    $kind/many
 done
 
 # Programs for another major version get no library of this one.

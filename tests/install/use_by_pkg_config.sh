@@ -17,4 +17,15 @@ for kind in shared static; do
         expectLinkage $kind $program
         ./$program | diff $program.txt -
     done
+
+    flags=$(pkg-config $mode --cflags --libs zrfmany)
+    # shellcheck disable=SC2086
+    {
+        $CC $CFLAGS -std=c99 -pedantic-errors -Wall -Werror ${mode#-} many.c $flags -lm -o many-c
+        $CXX $CXXFLAGS -std=c++20 -pedantic-errors -Wall -Werror ${mode#-} many.cpp $flags -o many-cpp
+    }
+    for program in many-c many-cpp; do
+        expectLinkage $kind $program zrfmany
+        ./$program
+    done
 done
