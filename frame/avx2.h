@@ -15,6 +15,14 @@ inline __m256d load256Doubles(const unsigned char *source) {
     return _mm256_loadu_pd(reinterpret_cast<const double *>(source));
 }
 
+inline __m256 copiesOf256Floats(const unsigned char *source) {
+    return _mm256_set1_ps(loadElement<Float32>(source));
+}
+
+inline __m256d copiesOf256Doubles(const unsigned char *source) {
+    return _mm256_set1_pd(loadElement<Float64>(source));
+}
+
 inline __m256 loadHalves256Floats(const unsigned char *lower, const unsigned char *upper) {
     return _mm256_insertf128_ps(_mm256_castps128_ps256(loadFloats<Access::UnalignedWhole>(lower)),
                                 loadFloats<Access::UnalignedWhole>(upper), 1);

@@ -13,6 +13,14 @@ inline __m512d load512Doubles(const unsigned char *source) {
     return _mm512_loadu_pd(source);
 }
 
+inline __m512 copiesOf512Floats(const unsigned char *source) {
+    return _mm512_set1_ps(loadElement<Float32>(source));
+}
+
+inline __m512d copiesOf512Doubles(const unsigned char *source) {
+    return _mm512_set1_pd(loadElement<Float64>(source));
+}
+
 inline __m512 loadHalves512Floats(const unsigned char *lower, const unsigned char *upper) {
     return _mm512_insertf32x8(_mm512_castps256_ps512(load256Floats(lower)), load256Floats(upper), 1);
 }

@@ -19,6 +19,12 @@ public:
           destinationDistance(destinationDistance) {}
 
     NodeId load(int vector) { return loadVector(graph, type, sourceDistance * vector); }
+    // A vector of equal numbers, of which wider vectors than the plan's take copies.
+    NodeId loadCopies(int vector) {
+        const int first = sourceDistance * vector * type.lanes;
+        return type == planVector(type.element) ? load(vector)
+                                                : graph.load(type, std::vector<int>(type.lanes, first));
+    }
     void store(Real value, int vector) {
         storeVector(graph, real.resolved(value), destinationDistance * vector);
     }
@@ -140,9 +146,9 @@ Graph directDct4(int length, Element element) {
     return graph;
 }
 
-Graph inputStage(int n, Element element) {
+Graph inputStage(int n, Type vector) {
     Graph graph;
-    Lanes lanes(graph, planVector(element), apart, apart);
+    Lanes lanes(graph, vector, apart, apart);
     std::vector<Real> w;
     for (int i = 0; i < n; ++i)
         w.push_back({i < n / 2 ? lanes.load(i) : reversed(graph, lanes.load(i))});
@@ -152,12 +158,13 @@ Graph inputStage(int n, Element element) {
     return graph;
 }
 
-Graph combiningStage(int radix, Element element) {
+Graph combiningStage(int radix, Type vector) {
     Graph graph;
-    Lanes lanes(graph, planVector(element), apart, apart);
+    Lanes lanes(graph, vector, apart, apart);
     const auto twiddled = [&](const ComplexVector &value, int group) -> ComplexVector {
         const int first = 2 * radix + 2 * group;
-        const auto [re, im] = lanes.rotated(value.re, value.im, lanes.load(first), lanes.load(first + 1));
+        const auto [re, im] =
+            lanes.rotated(value.re, value.im, lanes.loadCopies(first), lanes.loadCopies(first + 1));
         return {re, im};
     };
     std::vector<ComplexVector> parts;
@@ -192,24 +199,32 @@ Graph combiningStage(int radix, Element element) {
     return graph;
 }
 
-Graph outputStage(int radix, Element element) {
+Graph outputStage(int radix, Type vector) {
     Graph graph;
-    Lanes lanes(graph, planVector(element), 1, apart);
-    const int width = lanes.type.lanes, vectorsInRow = 2 * radix / width;
+    Lanes lanes(graph, vector, apart, apart);
+    const int width = planVector(vector.element).lanes, blockElements = 2 * radix * width,
+              tables = vector.lanes / width * blockElements;
+    // Neighbours from `first` on, the same of every block beside one another.
+    const auto load = [&](int first) {
+        std::vector<int> elements;
+        for (int lane = 0; lane < vector.lanes; ++lane)
+            elements.push_back(first + lane / width * blockElements + lane % width);
+        return graph.load(vector, elements);
+    };
     // The rows come with columns in the lanes and leave with s there.
     std::vector<NodeId> columns;
-    for (int vector = 0; vector < vectorsInRow; ++vector) {
+    for (int column = 0; column < 2 * radix; column += width) {
         std::vector<NodeId> rows;
         for (int s = 0; s < width; ++s)
-            rows.push_back(lanes.load(s * vectorsInRow + vector));
-        const auto group = transposed(graph, rows);
+            rows.push_back(load(s * 2 * radix + column));
+        const auto group = transposedInGroups(graph, rows);
         columns.insert(columns.end(), group.begin(), group.end());
     }
     std::vector<Real> rotated(2 * radix);
     for (int row = 0; row < radix; ++row) {
-        const int c = outputTableColumn(radix, row), table = 2 * radix + 2 * row;
+        const int c = outputTableColumn(radix, row), table = tables + 2 * row * width;
         const auto [re, im] =
-            lanes.rotated({columns[c]}, {columns[radix + c]}, lanes.load(table), lanes.load(table + 1));
+            lanes.rotated({columns[c]}, {columns[radix + c]}, load(table), load(table + width));
         rotated[2 * c] = re;
         rotated[2 * c + 1] = im;
     }
@@ -225,16 +240,16 @@ Graph outputStage(int radix, Element element) {
 namespace {
 
 // A kernel as a specialisation of a template that the execution declares.
-KernelDefinition stageKernel(const std::string &name, int size, std::vector<Parameter> parameters,
-                             int elements, Element element, std::function<Graph()> build) {
-    const std::string n = std::to_string(size);
+KernelDefinition stageKernel(const std::string &name, const std::string &arguments,
+                             std::vector<Parameter> parameters, int elements, Element element,
+                             std::function<Graph()> build) {
     return {
         .exports = {},
         .file = "dct4_stages.inc",
-        .decomposition = name + " " + n,
+        .decomposition = name + " " + arguments,
         .elements = elements,
         .build = build,
-        .text = {.type = name + "<Float" + bits(element) + ", " + n + ">",
+        .text = {.type = name + "<Float" + bits(element) + ", " + arguments + ">",
                  .element = element,
                  .function = "run",
                  .templateParameters = {},
@@ -243,28 +258,37 @@ KernelDefinition stageKernel(const std::string &name, int size, std::vector<Para
     };
 }
 
+// One for vectors of this type. The recipe fills those that are wider than the plan's.
+KernelDefinition stageKernel(const std::string &name, int size, std::vector<Parameter> parameters,
+                             int vectors, Type vector, std::function<Graph()> build) {
+    KernelDefinition kernel =
+        stageKernel(name, std::to_string(size) + ", " + std::to_string(bytes(vector)), std::move(parameters),
+                    vectors * vector.lanes, vector.element, std::move(build));
+    kernel.isAcross = vector != planVector(vector.element);
+    return kernel;
+}
+
 std::string times(int factor, const std::string &stride) {
     return std::to_string(factor) + " * " + stride;
 }
 
 KernelDefinition direct(int length, Element element) {
-    KernelDefinition definition =
-        stageKernel("Direct", length, {{"const unsigned char *", "src"}, {"unsigned char *", "dst"}}, length,
-                    element, [=] { return directDct4(length, element); });
+    KernelDefinition definition = stageKernel("Direct", std::to_string(length),
+                                              {{"const unsigned char *", "src"}, {"unsigned char *", "dst"}},
+                                              length, element, [=] { return directDct4(length, element); });
     definition.arrays = arraysAnywhere();
     return definition;
 }
 
-KernelDefinition input(int n, Element element) {
-    const int lanes = planVector(element).lanes;
-    KernelDefinition definition =
-        stageKernel("Input", n,
-                    {{"const unsigned char *", "forward"},
-                     {"const unsigned char *", "backward"},
-                     {"std::ptrdiff_t", "pitch"},
-                     {"unsigned char *", "dst"},
-                     {"std::ptrdiff_t", "rowPitch"}},
-                    apart * n * lanes, element, [=] { return inputStage(n, element); });
+KernelDefinition input(int n, Type vector) {
+    const int lanes = vector.lanes;
+    KernelDefinition definition = stageKernel("Input", n,
+                                              {{"const unsigned char *", "forward"},
+                                               {"const unsigned char *", "backward"},
+                                               {"std::ptrdiff_t", "pitch"},
+                                               {"unsigned char *", "dst"},
+                                               {"std::ptrdiff_t", "rowPitch"}},
+                                              apart * n, vector, [=] { return inputStage(n, vector); });
     definition.arrays.source = {[=](int first) {
                                     const int i = first / (apart * lanes);
                                     return i < n / 2 ? "forward + " + times(i, "pitch")
@@ -276,24 +300,26 @@ KernelDefinition input(int n, Element element) {
     return definition;
 }
 
-KernelDefinition combine(int radix, Element element) {
-    const int lanes = planVector(element).lanes, firstGroups = levelPasses(radix).firstGroups();
-    KernelDefinition definition = stageKernel("Combine", radix,
-                                              {{"const unsigned char *", "src"},
-                                               {"std::ptrdiff_t", "srcPitch"},
-                                               {"const unsigned char *", "twiddles"},
-                                               {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
-                                               {"unsigned char *", "lower"},
-                                               {"unsigned char *", "upper"},
-                                               {"std::ptrdiff_t", "rowPitch"},
-                                               {"std::ptrdiff_t", "step"}},
-                                              apart * 2 * (2 * radix - 1) * lanes, element,
-                                              [=] { return combiningStage(radix, element); });
+KernelDefinition combine(int radix, Type vector) {
+    const int lanes = vector.lanes, firstGroups = levelPasses(radix).firstGroups();
+    KernelDefinition definition =
+        stageKernel("Combine", radix,
+                    {{"const unsigned char *", "src"},
+                     {"std::ptrdiff_t", "leafPitch"},
+                     {"std::ptrdiff_t", "leafRowPitch"},
+                     {"const unsigned char *", "twiddles"},
+                     {"[[maybe_unused]] const unsigned char *", "innerTwiddles"},
+                     {"unsigned char *", "lower"},
+                     {"unsigned char *", "upper"},
+                     {"std::ptrdiff_t", "rowPitch"},
+                     {"std::ptrdiff_t", "step"}},
+                    apart * 2 * (2 * radix - 1), vector, [=] { return combiningStage(radix, vector); });
     definition.arrays.source = {[=](int first) -> std::string {
                                     const int vector = first / (apart * lanes), entry = vector - 2 * radix,
                                               inner = entry - 2 * firstGroups;
                                     if (entry < 0)
-                                        return "src + " + times(vector % 2 * radix + vector / 2, "srcPitch");
+                                        return "src + " + times(vector / 2, "leafPitch") +
+                                               (vector % 2 == 0 ? "" : " + leafRowPitch");
                                     return inner < 0
                                                ? "twiddles + " + std::to_string(planVectorBytes * entry)
                                                : "innerTwiddles + " + std::to_string(planVectorBytes * inner);
@@ -310,8 +336,8 @@ KernelDefinition combine(int radix, Element element) {
     return definition;
 }
 
-KernelDefinition output(int radix, Element element) {
-    const int lanes = planVector(element).lanes;
+KernelDefinition output(int radix, Type vector) {
+    const int lanes = vector.lanes;
     KernelDefinition definition =
         stageKernel("Output", radix,
                     {{"const unsigned char *", "src"},
@@ -319,13 +345,13 @@ KernelDefinition output(int radix, Element element) {
                      {"unsigned char *", "forward"},
                      {"unsigned char *", "backward"},
                      {"std::ptrdiff_t", "step"}},
-                    (lanes + 1) * 2 * radix * lanes, element, [=] { return outputStage(radix, element); });
+                    apart * 2 * radix, vector, [=] { return outputStage(radix, vector); });
     definition.arrays.source = {[=](int first) {
                                     const int table = 2 * radix * lanes;
-                                    return first < table ? "src + " + std::to_string(first) + " * " +
-                                                               std::to_string(bytes(element))
-                                                         : "twiddles + " + std::to_string(first - table) +
-                                                               " * " + std::to_string(bytes(element));
+                                    const bool isTable = first >= table;
+                                    return (isTable ? "twiddles + " : "src + ") +
+                                           std::to_string(bytes(vector.element) *
+                                                          (isTable ? first - table : first));
                                 },
                                 "Access::Aligned"};
     definition.arrays.destination = {[=](int first) {
@@ -339,18 +365,21 @@ KernelDefinition output(int radix, Element element) {
 
 } // namespace
 
-Kernels dct4Kernels(const Target &) {
+Kernels dct4Kernels(const Target &target) {
     Kernels kernels;
     for (const Element element : {Element::Float32, Element::Float64}) {
         for (const int length : directLengths)
             kernels.push_back(direct(length, element));
-        for (const int n : inputLengths)
-            kernels.push_back(input(n, element));
-        for (const int radix : combineRadixes)
-            kernels.push_back(combine(radix, element));
-        for (const int radix : outputRadixes)
-            if (radix % planVector(element).lanes == 0)
-                kernels.push_back(output(radix, element));
+        for (Type vector = planVector(element); bytes(vector) <= target.vectorBytes; vector = twice(vector)) {
+            for (const int n : inputLengths)
+                kernels.push_back(input(n, vector));
+            if (bytes(vector) == target.vectorBytes) // plans with levels have rows that are wide enough
+                for (const int radix : combineRadixes)
+                    kernels.push_back(combine(radix, vector));
+            for (const int radix : outputRadixes)
+                if (radix % planVector(element).lanes == 0)
+                    kernels.push_back(output(radix, vector));
+        }
     }
     return kernels;
 }

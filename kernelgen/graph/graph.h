@@ -21,6 +21,11 @@ constexpr int bytes(Type type) {
     return type.lanes * bytes(type.element);
 }
 
+// A vector of twice the width.
+constexpr Type twice(Type type) {
+    return {type.element, 2 * type.lanes};
+}
+
 enum class Direction : std::uint8_t { Forward, Inverse };
 
 enum class Op : std::uint8_t {

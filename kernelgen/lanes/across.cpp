@@ -206,48 +206,11 @@ private:
     Graph graph;
 };
 
-// Units of lanes from a and b in turn, out of one half of every span of lanes.
-NodeId inTurn(Graph &graph, NodeId a, NodeId b, int unit, int span, int half) {
-    const int lanes = graph[a].type.lanes;
-    std::vector<int> picks;
-    for (int first = half * span / 2; first < lanes; first += span)
-        for (int from = first; from < first + span / 2; from += unit)
-            for (const int operand : {0, lanes})
-                for (int lane = from; lane < from + unit; ++lane)
-                    picks.push_back(operand + lane);
-    return graph.gather({a, b}, picks);
-}
-
-// A transpose of units inside of spans: as many perfect shuffles of the vectors as there are bits in their
-// number, for every set of vectors that lie `stride` apart.
-void transposeUnits(Graph &graph, std::vector<NodeId> &vectors, int unit, int span, int first, int stride) {
-    const int count = span / unit;
-    for (int stage = 1; stage < count; stage *= 2) {
-        std::vector<NodeId> next(count);
-        for (int i = 0; i < count / 2; ++i)
-            for (const int half : {0, 1})
-                next[2 * i + half] = inTurn(graph, vectors[first + stride * i],
-                                            vectors[first + stride * (i + count / 2)], unit, span, half);
-        for (int i = 0; i < count; ++i)
-            vectors[first + stride * i] = next[i];
-    }
-}
-
 } // namespace
 
 Graph acrossTransforms(const Graph &kernel, Direction direction, Element element, const LanesAcross &layout,
                        const Target &target) {
     return AcrossTransforms(kernel, direction, element, layout, target).result();
-}
-
-std::vector<NodeId> transposedByGroups(Graph &graph, std::vector<NodeId> vectors) {
-    const Type type = graph[vectors[0]].type;
-    const int group = 16 / bytes(type.element);
-    for (int first = 0; first < type.lanes; first += group)
-        transposeUnits(graph, vectors, 1, group, first, 1);
-    for (int first = 0; first < group; ++first)
-        transposeUnits(graph, vectors, group, type.lanes, first, group);
-    return vectors;
 }
 
 } // namespace zrfgen::gen

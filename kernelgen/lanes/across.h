@@ -22,8 +22,4 @@ struct LanesAcross {
 Graph acrossTransforms(const Graph &kernel, Direction direction, Element element, const LanesAcross &layout,
                        const Target &target);
 
-// The square of vectors transposed: lane l of vector j becomes lane j of vector l. Elements change places in
-// groups of 16 bytes first, as instructions do, and then whole groups.
-std::vector<NodeId> transposedByGroups(Graph &graph, std::vector<NodeId> vectors);
-
 } // namespace zrfgen::gen

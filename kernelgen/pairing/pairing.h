@@ -11,10 +11,6 @@
 
 namespace zrfgen::gen {
 
-inline Type twice(Type type) {
-    return {type.element, 2 * type.lanes};
-}
-
 // What two vectors have for each lane, in one of twice the width.
 template <class Item> std::vector<Item> sideBySide(std::vector<Item> lower, const std::vector<Item> &upper) {
     lower.insert(lower.end(), upper.begin(), upper.end());

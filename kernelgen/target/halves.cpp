@@ -28,6 +28,11 @@ bool isRun(const std::vector<int> &elements, int first, int count) {
     return true;
 }
 
+// Whether one element goes to all lanes.
+bool isCopied(const std::vector<int> &elements) {
+    return std::ranges::all_of(elements, [&](int element) { return element == elements[0]; });
+}
+
 bool areRuns(const std::vector<int> &elements) {
     const int half = static_cast<int>(elements.size()) / 2;
     return isRun(elements, 0, half) && isRun(elements, half, half);
@@ -77,7 +82,7 @@ NodeId joined(Graph &graph, NodeId lower, NodeId upper) {
 }
 
 NodeId loadedByHalves(Graph &graph, const Node &load, const InstructionSet &narrower) {
-    if (areRuns(load.picks))
+    if (areRuns(load.picks) || isCopied(load.picks))
         return graph.intern(load);
     if (const auto sorted = sorting(load.type, load.picks))
         return graph.gather({graph.load(load.type, sorted->elements)}, sorted->places);
@@ -102,6 +107,8 @@ void storeByHalves(Graph &graph, const Store &store, const InstructionSet &narro
 
 std::vector<Move> movesOfHalves(Type type, const std::vector<int> &elements) {
     const int half = type.lanes / 2;
+    if (isCopied(elements))
+        return {{0, 1, elements[0]}};
     if (isRun(elements, 0, type.lanes))
         return {{0, type.lanes, elements[0]}};
     return {{0, half, elements[0]}, {half, half, elements[half]}};

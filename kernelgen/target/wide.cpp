@@ -153,6 +153,8 @@ std::string WideInstructionSet::load(Type type, const std::vector<MoveText> &mov
         return narrower.load(type, fromAnywhere(moves));
     const std::string vector =
         std::to_string(bitsOf(type)) + (type.element == Element::Float64 ? "Doubles" : "Floats");
+    if (moves[0].move.lanes == 1)
+        return wide::call("copiesOf" + vector, {moves[0].address});
     return moves.size() == 1 ? wide::call("load" + vector, {moves[0].address})
                              : wide::call("loadHalves" + vector, {moves[0].address, moves[1].address});
 }

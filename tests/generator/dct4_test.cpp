@@ -13,29 +13,40 @@ namespace {
 
 constexpr double exactness = 1e-30;
 
+// The narrowest target that has such vectors.
+const Target &targetOf(Type vector) {
+    return *std::ranges::find_if(targets(),
+                                 [&](const Target &target) { return target.vectorBytes >= bytes(vector); });
+}
+
 // Runs a stage whose vectors stand `distance` vectors apart in the source, and `apart` in the destination.
-std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &vectors, std::size_t elements, int lanes,
+std::vector<Quad> run(const Graph &graph, const std::vector<Quad> &vectors, std::size_t elements, Type vector,
                       int distance = apart) {
+    const int lanes = vector.lanes;
     std::vector<Quad> source(distance * vectors.size());
     for (std::size_t i = 0; i < vectors.size(); ++i)
         source[i / lanes * lanes * distance + i % lanes] = vectors[i];
-    const auto spread = evaluate(lowered(graph, baseTarget()), Direction::Forward, Precision::Exact, source,
-                                 1, static_cast<int>(apart * elements));
+    const auto spread = evaluate(lowered(graph, targetOf(vector)), Direction::Forward, Precision::Exact,
+                                 source, 1, static_cast<int>(apart * elements));
     std::vector<Quad> result(elements);
     for (std::size_t i = 0; i < elements; ++i)
         result[i] = spread[i / lanes * lanes * apart + i % lanes];
     return result;
 }
 
-template <class Check> void forEachElement(Check check) {
-    for (const Element element : {Element::Float32, Element::Float64}) {
-        SCOPED_TRACE(element == Element::Float32 ? "Float32" : "Float64");
-        check(element, planVector(element).lanes);
-    }
+// Vectors of the plan and all wider ones, in either element.
+template <class Check> void forEachVector(Check check) {
+    for (const Element element : {Element::Float32, Element::Float64})
+        for (Type vector = planVector(element); bytes(vector) <= targets().back().vectorBytes;
+             vector = twice(vector)) {
+            SCOPED_TRACE("Float" + bits(element) + ", " + std::to_string(bytes(vector)) + " bytes");
+            check(vector);
+        }
 }
 
 TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
-    forEachElement([](Element element, int lanes) {
+    forEachVector([](Type vector) {
+        const int lanes = vector.lanes;
         for (const int n : inputLengths) {
             const auto w = randomSource(n * lanes);
             std::vector<Quad> expected(w.size(), 0);
@@ -49,7 +60,7 @@ TEST(Dct4Kernels, InputStagesGiveTheOddDftOfEveryColumn) {
                             (entry % 2 == 0 ? cosine(angle) : sine(angle)) * w[i * lanes + place];
                     }
                 }
-            const auto result = run(inputStage(n, element), w, w.size(), lanes);
+            const auto result = run(inputStage(n, vector), w, w.size(), vector);
             EXPECT_LT(largestDifference(result, expected), exactness) << n;
         }
     });
@@ -68,7 +79,8 @@ std::vector<long> levelGroups(int radix, int s) {
 }
 
 TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
-    forEachElement([](Element element, int lanes) {
+    forEachVector([](Type vector) {
+        const int lanes = vector.lanes;
         for (const int radix : combineRadixes) {
             const int s = 2, n = 2 * 3 * radix;
             std::vector<Quad> source = randomSource(2 * radix * lanes);
@@ -88,27 +100,29 @@ TEST(Dct4Kernels, CombiningStagesJoinTheLeaves) {
                         expected[(2 * l + 1) * lanes + lane] += sign * (d * re + c * im);
                     }
                 }
-            const auto result = run(combiningStage(radix, element), source, parts.size(), lanes);
+            const auto result = run(combiningStage(radix, vector), source, parts.size(), vector);
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
 }
 
 TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
-    forEachElement([](Element element, int lanes) {
-        for (int radix = lanes; radix <= 32; radix *= 2) {
-            const int n = 2 * radix * 2 * lanes; // s = 0 .. 2 lanes - 1, of which the first block
+    forEachVector([](Type vector) {
+        const int lanes = vector.lanes, blockLanes = planVector(vector.element).lanes;
+        for (int radix = blockLanes; radix <= 32; radix *= 2) {
+            const int n = 2 * radix * 2 * lanes; // s = 0 .. 2 lanes - 1, of which the first blocks
             std::vector<Quad> source = randomSource(2 * radix * lanes);
             const std::vector<Quad> rows = source;
             const auto theta = [&](int s, int c) {
                 return Turn(static_cast<long>(2 * s + 1) * (2 * c + 1), 8 * n);
             };
-            for (int row = 0; row < radix; ++row)
-                for (const bool isSine : {false, true})
-                    for (int s = 0; s < lanes; ++s) {
-                        const Turn angle = theta(s, outputTableColumn(radix, row));
-                        source.push_back(isSine ? sine(angle) : cosine(angle));
-                    }
+            for (int block = 0; block < lanes; block += blockLanes)
+                for (int row = 0; row < radix; ++row)
+                    for (const bool isSine : {false, true})
+                        for (int s = block; s < block + blockLanes; ++s) {
+                            const Turn angle = theta(s, outputTableColumn(radix, row));
+                            source.push_back(isSine ? sine(angle) : cosine(angle));
+                        }
             std::vector<Quad> expected(rows.size(), 0);
             for (int s = 0; s < lanes; ++s)
                 for (int l = 0; l < radix; ++l)
@@ -121,7 +135,7 @@ TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
                         expected[l * lanes + s] += realPart(l);
                         expected[(radix + l) * lanes + lanes - 1 - s] += realPart(-l - 1);
                     }
-            const auto result = run(outputStage(radix, element), source, rows.size(), lanes, 1);
+            const auto result = run(outputStage(radix, vector), source, rows.size(), vector, 1);
             EXPECT_LT(largestDifference(result, expected), exactness) << radix;
         }
     });
@@ -129,7 +143,8 @@ TEST(Dct4Kernels, OutputStagesRotateAndSynthesise) {
 
 // All kernels of a family together.
 TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
-    forEachElement([](Element element, int lanes) {
+    for (const Element element : {Element::Float32, Element::Float64}) {
+        const Type vector = planVector(element);
         int sums = 0, products = 0;
         const auto add = [&](const Graph &graph) {
             const Counts counts = count(lowered(graph, baseTarget()), baseTarget());
@@ -145,15 +160,15 @@ TEST(Dct4Kernels, CostNoMoreThanTheFigures) {
             add(directDct4(length, element));
         expectAtMost(350, 244, "direct");
         for (const int n : inputLengths)
-            add(inputStage(n, element));
+            add(inputStage(n, vector));
         expectAtMost(731, 366, "input");
         for (const int radix : combineRadixes)
-            add(combiningStage(radix, element));
+            add(combiningStage(radix, vector));
         expectAtMost(710, 368, "combining");
-        for (int radix = lanes; radix <= 32; radix *= 2)
-            add(outputStage(radix, element));
+        for (int radix = vector.lanes; radix <= 32; radix *= 2)
+            add(outputStage(radix, vector));
         expectAtMost(868, 642, "output");
-    });
+    }
 }
 
 } // namespace

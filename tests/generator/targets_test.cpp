@@ -98,9 +98,20 @@ TEST_P(WiderTarget, GivesTheBitsOfRealDfts) {
     expectSameKernelsOf(someRealDftKernels);
 }
 
+// Those that every target has. Stages for wider vectors are laid out for them: they are held to what they
+// compute, and the plans that they make up to the digests.
+Kernels narrowDct4Kernels(const Target &target) {
+    Kernels kernels = dct4Kernels(target);
+    std::erase_if(kernels, [](const KernelDefinition &kernel) {
+        const std::string &type = kernel.text.type;
+        return !type.starts_with("Direct<") && !(type.starts_with("Output<") && type.ends_with(", 16>"));
+    });
+    return kernels;
+}
+
 TEST_P(WiderTarget, GivesTheBitsOfStagesAndPasses) {
     expectSameKernelsOf(walshHadamardKernels);
-    expectSameKernelsOf(dct4Kernels);
+    expectSameKernelsOf(narrowDct4Kernels);
 }
 
 #ifdef __x86_64__ // 32-bit builds have no library for them

@@ -48,7 +48,7 @@ int mostStackBytes(const Export &entry) {
     if (entry.isComplex())
         return isNarrow ? 2720 : hasWideVectors ? 2432 : 1408;
     if (entry.family == "DCT4")
-        return entry.name.starts_with("zrfgDCT4_") ? 2560 : 1024;
+        return !entry.name.starts_with("zrfgDCT4_") ? 1024 : hasWideVectors ? 5120 : 2560;
     return entry.isWht() ? 1536 : hasWideVectors ? 1280 : 1024;
 }
 
