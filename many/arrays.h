@@ -56,6 +56,16 @@ template <class Element> Destinations latticeOf(Element *start, Strides strides)
     return {reinterpret_cast<unsigned char *>(start), strides.step * size, strides.distance * size};
 }
 
+// Which vectors of a block the elements of an array are: neighbours from `first` on. One vector may stand
+// elsewhere than in the array, where it is the element of vector 1; or vector 1 is zero, and perhaps a last
+// one.
+struct Contents {
+    int elements;
+    int first = 0;
+    int insteadOf1 = 1;
+    int lastZero = 0;
+};
+
 // Transforms all from number t on by `single(src, dst)` on rows. Where the elements of a transform do not lie
 // side by side, the row is `spare`, which has room for either side.
 template <class Element, class Single> void oneByOne(Sources from, int sources, Destinations to, int results,

@@ -1,4 +1,5 @@
 // The entries of the DFTs and the Hartley transform.
+#include "spectrum_layout.h"
 #include "transform_all.h"
 
 #include <zrfgen/many.h>
@@ -22,17 +23,21 @@ constexpr Family DFTFwd_CToC{KernelDirection::Forward}, DFTInv_CToC{KernelDirect
     DFTInv_PackToR{KernelDirection::Inverse, SpectrumLayout::Pack},
     DFTInv_PermToR{KernelDirection::Inverse, SpectrumLayout::Perm};
 
+constexpr Contents spectrum(SpectrumLayout layout, int n) {
+    if (layout == SpectrumLayout::CCS)
+        return {n + 2 - n % 2, 0, 1, n % 2 == 0 ? n + 1 : 1};
+    if (layout == SpectrumLayout::Perm && n % 2 == 0)
+        return {n, 0, n};
+    return {n, 1, 0};
+}
+
 constexpr Contents contents(std::optional<SpectrumLayout> layout, int N) {
     return layout ? spectrum(*layout, N) : Contents{N};
 }
 
-template <class Element> struct KernelFor { using Type = BlockKernel; };
-template <> struct KernelFor<Complex32> { using Type = StridedKernel; };
-template <> struct KernelFor<Complex64> { using Type = StridedKernel; };
-
 // The transforms of one length, many or one.
 template <class Element> struct OfLength {
-    const typename KernelFor<Element>::Type *kernel;
+    const ManyKernel *kernel;
     Status(ZRF_CALL *single)(const Element *, Element *, std::int32_t flag);
 };
 
@@ -55,8 +60,7 @@ template <class Element> Status runSized(const Family &family, const OfLength<El
 
 } // namespace
 
-#define DECLARE_KERNEL(N, family, suffix, Element)                                                           \
-    extern const KernelFor<Element>::Type many_##family##_##N##_##suffix;
+#define DECLARE_KERNEL(N, family, suffix, Element) extern const ManyKernel many_##family##_##N##_##suffix;
 #define OF_LENGTH(N, family, suffix) {&many_##family##_##N##_##suffix, zrfg##family##_##N##_##suffix},
 
 #define ZRF_SIZED_FAMILY(family, suffix, Element)                                                            \

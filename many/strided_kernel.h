@@ -1,40 +1,32 @@
-// Kernels that read complex numbers where they lie: as many transforms at once as a vector has numbers.
+// Kernels that read numbers where they lie: as many transforms at once as a vector has numbers.
 #pragma once
 
-#include "kernel_traits.h"
+#include "kernel.h"
 
 namespace zrfgen {
 
-struct StridedKernel {
-    // Transforms `vectors` times as many as a vector has numbers. Number e of transform t is at src + t *
-    // srcDistance + e * srcStep, in bytes.
-    using Run = void(const unsigned char *src, std::ptrdiff_t srcDistance, std::ptrdiff_t srcStep,
-                     unsigned char *dst, std::ptrdiff_t dstDistance, std::ptrdiff_t dstStep,
-                     const void *factor, std::ptrdiff_t vectors);
-    Run *onRows; // with the numbers of a transform side by side on both sides
-    Run *anywhere;
-    KernelFactors factors;
-    Gain gain;
+// The numbers of a transform are known to lie side by side, on both sides, or may lie anywhere.
+template <class Kernel, bool isOnRows> [[gnu::noinline]] std::ptrdiff_t
+runStrided(const void *factor, Sources from, Destinations to, std::ptrdiff_t count) {
+    using Factor = decltype(&Kernel::one.lanes[0]);
+    constexpr std::ptrdiff_t numberBytes = 2 * sizeof(Kernel::one.lanes[0]),
+                             transforms = vectorBytes / numberBytes;
+    std::ptrdiff_t t = 0;
+    for (; count - t >= transforms; t += transforms)
+        Kernel::transform(from.at(t, 0), from.distance, isOnRows ? numberBytes : from.step, to.at(t, 0),
+                          to.distance, isOnRows ? numberBytes : to.step, static_cast<Factor>(factor));
+    return t;
+}
 
-    template <class Kernel> static constexpr StridedKernel of(Gain gain) {
-        return {run<Kernel, true>, run<Kernel, false>, KernelFactors::of<Kernel>(), gain};
-    }
-
-private:
-    template <class Kernel, bool isOnRows>
-    static void run(const unsigned char *src, std::ptrdiff_t srcDistance, std::ptrdiff_t srcStep,
-                    unsigned char *dst, std::ptrdiff_t dstDistance, std::ptrdiff_t dstStep,
-                    const void *factor, std::ptrdiff_t vectors) {
-        using Factor = decltype(&Kernel::one.lanes[0]);
-        constexpr std::ptrdiff_t numberBytes = 2 * sizeof(Kernel::one.lanes[0]),
-                                 numbers = vectorBytes / numberBytes;
-        for (; vectors > 0; --vectors) {
-            Kernel::transform(src, srcDistance, isOnRows ? numberBytes : srcStep, dst, dstDistance,
-                              isOnRows ? numberBytes : dstStep, static_cast<Factor>(factor));
-            src += numbers * srcDistance;
-            dst += numbers * dstDistance;
-        }
-    }
-};
+template <class Kernel> constexpr ManyKernel stridedKernel(Gain gain) {
+    return {[](const ManyKernel &, const void *factor, Sources from, Contents, Destinations to, Contents,
+               std::ptrdiff_t count) {
+                constexpr std::ptrdiff_t numberBytes = 2 * sizeof(Kernel::one.lanes[0]);
+                return from.step == numberBytes && to.step == numberBytes
+                           ? runStrided<Kernel, true>(factor, from, to, count)
+                           : runStrided<Kernel, false>(factor, from, to, count);
+            },
+            nullptr, KernelFactors::of<Kernel>(), gain};
+}
 
 } // namespace zrfgen

@@ -1,8 +1,7 @@
 // A call of many transforms whose sizes and pointers are good.
 #pragma once
 
-#include "blocks.h"
-#include "strided_kernel.h"
+#include "kernel.h"
 
 #include <zrfgen/many.h>
 
@@ -18,28 +17,11 @@ template <class Element> struct Arrays {
     std::ptrdiff_t count; // of transforms
 };
 
-// What is transformed at once; the number of transforms.
-template <class Real> std::ptrdiff_t runTogether(const BlockKernel &kernel, const void *factor, Sources from,
-                                                 Contents source, Destinations to, Contents destination,
-                                                 std::ptrdiff_t count) {
-    return Blocks<Real>::run(kernel, factor, from, source, to, destination, count);
-}
-
-template <class Complex> std::ptrdiff_t runTogether(const StridedKernel &kernel, const void *factor,
-                                                    Sources from, Contents, Destinations to, Contents,
-                                                    std::ptrdiff_t count) {
-    constexpr std::ptrdiff_t size = sizeof(Complex), transforms = vectorBytes / size;
-    const bool areRows = from.step == size && to.step == size;
-    (areRows ? kernel.onRows : kernel.anywhere)(from.start, from.distance, from.step, to.start, to.distance,
-                                                to.step, factor, count / transforms);
-    return count / transforms * transforms;
-}
-
 // The transforms by the kernel, as far as it gains, and the rest by `single(src, dst)`, which may need
 // `spare` for a row.
-template <class Element, class Kernel, class Single>
-Status transformAll(const Arrays<Element> &arrays, const Kernel &kernel, Gain gain, KernelDirection direction,
-                    std::int32_t flag, unsigned char *spare, Single single) {
+template <class Element, class Single>
+Status transformAll(const Arrays<Element> &arrays, const ManyKernel &kernel, Gain gain,
+                    KernelDirection direction, std::int32_t flag, unsigned char *spare, Single single) {
     const auto &[src, from, source, dst, to, destination, count] = arrays;
     const void *factor = kernel.factors.factor(direction, flag);
     if (factor == nullptr)
@@ -51,7 +33,7 @@ Status transformAll(const Arrays<Element> &arrays, const Kernel &kernel, Gain ga
     const Destinations destinations = latticeOf(dst, to);
     const std::ptrdiff_t done =
         isGained(gain, from.step == 1 && to.step == 1)
-            ? runTogether<Element>(kernel, factor, sources, source, destinations, destination, count)
+            ? kernel.run(kernel, factor, sources, source, destinations, destination, count)
             : 0;
     oneByOne<Element>(sources, source.elements, destinations, destination.elements, done, count, spare,
                       single);

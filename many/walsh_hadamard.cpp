@@ -12,7 +12,7 @@ namespace zrfgen {
 namespace {
 
 template <class Element>
-Status runWalshHadamard(const BlockKernel *const *kernels,
+Status runWalshHadamard(const ManyKernel *const *kernels,
                         Status(ZRF_CALL *single)(const Element *, Element *, std::int32_t, std::int32_t,
                                                  std::uint8_t *),
                         const Element *src, Element *dst, std::int32_t order, std::int32_t flag,
@@ -24,7 +24,7 @@ Status runWalshHadamard(const BlockKernel *const *kernels,
     if (src == nullptr || dst == nullptr || (buffer == nullptr && order > highestOrderWithoutBuffer))
         return zrfStatusNullPointer;
     // Above, the flag is all that a kernel is asked for.
-    const BlockKernel &kernel = *kernels[std::min(order, highestOrderAcross) - 1];
+    const ManyKernel &kernel = *kernels[std::min(order, highestOrderAcross) - 1];
     const Gain gain = order <= highestOrderAcross ? kernel.gain : Gain::None;
     const Contents elements{1 << order};
     alignas(16) unsigned char row[sizeof(Element) << highestOrderWithoutBuffer];
@@ -50,12 +50,12 @@ template <class Element> Status bufferSize(std::int32_t order, std::int32_t *siz
 
 #define FOR_EACH_ORDER_OF_BLOCKS(entry, suffix)                                                              \
     entry(1, suffix) entry(2, suffix) entry(3, suffix) entry(4, suffix) entry(5, suffix) entry(6, suffix)
-#define DECLARE_KERNEL(order, suffix) extern const BlockKernel many_WHT_##order##_##suffix;
+#define DECLARE_KERNEL(order, suffix) extern const ManyKernel many_WHT_##order##_##suffix;
 #define ADDRESS_OF_KERNEL(order, suffix) &many_WHT_##order##_##suffix,
 
 #define ZRF_WHT_FAMILY(suffix, Element)                                                                      \
     FOR_EACH_ORDER_OF_BLOCKS(DECLARE_KERNEL, suffix)                                                         \
-    static constexpr const BlockKernel *kernels_##suffix[] = {                                               \
+    static constexpr const ManyKernel *kernels_##suffix[] = {                                                \
         FOR_EACH_ORDER_OF_BLOCKS(ADDRESS_OF_KERNEL, suffix)};                                                \
     static_assert(std::size(kernels_##suffix) == highestOrderAcross);                                        \
     extern "C" [[gnu::visibility("default")]] Status ZRF_CALL zrfmWHT_##suffix(                              \

@@ -64,11 +64,12 @@ void transposeUnits(Graph &graph, std::vector<NodeId> &vectors, int unit, int sp
 
 std::vector<NodeId> transposedByGroups(Graph &graph, std::vector<NodeId> vectors) {
     const Type type = graph[vectors[0]].type;
-    const int group = 16 / bytes(type.element);
-    for (int first = 0; first < type.lanes; first += group)
-        transposeUnits(graph, vectors, 1, group, first, 1);
+    const int count = static_cast<int>(vectors.size()), lanes = type.lanes / count,
+              groupLanes = 16 / bytes(type.element), group = groupLanes / lanes;
+    for (int first = 0; first < count; first += group)
+        transposeUnits(graph, vectors, lanes, groupLanes, first, 1);
     for (int first = 0; first < group; ++first)
-        transposeUnits(graph, vectors, group, type.lanes, first, group);
+        transposeUnits(graph, vectors, groupLanes, type.lanes, first, group);
     return vectors;
 }
 

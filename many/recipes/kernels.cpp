@@ -30,18 +30,33 @@ template <std::size_t size> bool isAmong(const int (&lengths)[size], int length)
     return std::ranges::find(lengths, length) != std::end(lengths);
 }
 
-// All by measurement, with rows in the processor's nearest caches.
+// What follows is settled by measurement, with arrays in the processor's nearest caches.
+
+// Whether complex numbers go through blocks, or are moved one by one between the arrays and the lanes: that
+// takes as many moves as a vector has numbers, and no shuffles of whole vectors.
+bool isInBlocks(int length, Element element, const Target &target) {
+    switch (target.vectorBytes / (2 * bytes(element))) { // the numbers in a vector
+    case 8:
+        return length >= 7;
+    case 4:
+        return length >= (element == Element::Float32 ? 28 : 43);
+    default:
+        return false;
+    }
+}
+
 Gain gainOfComplex(int length, Element element, const Target &target) {
-    constexpr int ungainedPairs[] = {23, 41}, ungainedWide[] = {16, 24, 32, 40, 44, 48, 56, 60, 61, 64},
-                  ungainedWideDoubles[] = {46, 47, 58, 62};
-    if (element == Element::Float64)
-        return !hasNarrowVectors(target) && isAmong(ungainedWideDoubles, length) ? Gain::OffRows
-                                                                                 : Gain::Everywhere;
-    if (lengthRecipe(length).form == Form::SplitLanes)
+    constexpr int narrow[] = {23, 40, 41}, narrowDoubles[] = {47, 49, 55, 57, 62}, halfWide[] = {24, 56, 61},
+                  halfWideDoubles[] = {42, 46, 47, 58, 59, 62}, wide[] = {16, 32, 48, 60, 64};
+    if (element == Element::Float32 && lengthRecipe(length).form == Form::SplitLanes)
         return Gain::None; // its lanes are no complex numbers
-    const bool isGainedOnRows = hasNarrowVectors(target) ? length < 46 && !isAmong(ungainedPairs, length)
-                                                         : !isAmong(ungainedWide, length);
-    return isGainedOnRows ? Gain::Everywhere : Gain::OffRows;
+    const bool isDouble = element == Element::Float64;
+    bool isUngained = !isDouble && isAmong(wide, length); // on rows
+    if (hasNarrowVectors(target))
+        isUngained = isDouble ? isAmong(narrowDoubles, length) : length >= 46 || isAmong(narrow, length);
+    else if (target.vectorBytes == 32)
+        isUngained = isUngained || (isDouble ? isAmong(halfWideDoubles, length) : isAmong(halfWide, length));
+    return isUngained ? Gain::OffRows : Gain::Everywhere;
 }
 
 Gain gainOfReal(int length, Element element, const Target &target) {
@@ -59,8 +74,8 @@ const char *textOf(Gain gain) {
     return gain == Gain::None ? "Gain::None" : gain == Gain::OffRows ? "Gain::OffRows" : "Gain::Everywhere";
 }
 
-// What all kernels have in common. `names` are those that hand-written code knows it by, each as what
-// `constant` makes of its type.
+// What all kernels have in common. `names` are those that hand-written code knows it by, each as the
+// result of the function `constant`.
 KernelDefinition kernelOf(const std::string &type, const std::vector<std::string> &names,
                           const std::string &constant, Gain gain, int elements, Element element,
                           std::function<Graph()> build, const std::string &decomposition) {
@@ -75,15 +90,37 @@ KernelDefinition kernelOf(const std::string &type, const std::vector<std::string
     };
     for (const std::string &name : names) {
         kernel.exports.push_back("many_" + name);
-        kernel.text.constants += "extern const " + constant + " many_" + name + " = " + constant + "::of<" +
-                                 type + ">(" + textOf(gain) + ");\n";
+        kernel.text.constants +=
+            "extern const ManyKernel many_" + name + " = " + constant + "(" + textOf(gain) + ");\n";
     }
     return kernel;
 }
 
-// Complex numbers stay whole. They are read from the arrays where they lie, since a pair of numbers moves as
-// one.
-void addComplexKernels(Kernels &kernels, int length, Element element, const Target &target) {
+// A kernel on blocks.
+KernelDefinition blockKernel(const std::string &type, const std::vector<std::string> &names, int numberLanes,
+                             Gain gain, int vectors, Element element, std::function<Graph()> build,
+                             const std::string &decomposition, const Target &target) {
+    KernelDefinition kernel = kernelOf(
+        type, names, "blockKernel<" + type + ", " + std::to_string(numberLanes * bytes(element)) + ">", gain,
+        vectors * target.vector(element).lanes, element, std::move(build), decomposition);
+    kernel.text.header = "many/block_kernel.h";
+    kernel.text.parameters = {{"[[maybe_unused]] const unsigned char *", "src"},
+                              {"[[maybe_unused]] unsigned char *", "dst"},
+                              {"[[maybe_unused]] const Float" + bits(element) + " *", "factor"}};
+    kernel.text.isAlwaysInline = false;
+    kernel.arrays.source.access = kernel.arrays.destination.access = "Access::Aligned";
+    return kernel;
+}
+
+// Complex numbers stay whole.
+Graph acrossNumbers(int length, Element element, Direction direction, const LanesAcross &layout,
+                    const Target &target) {
+    return acrossTransforms(complexDft(length, element, baseTarget()), direction, element, layout, target);
+}
+
+// Reads numbers from the arrays where they lie.
+KernelDefinition stridedKernel(const std::string &type, const std::string &name, Gain gain, int length,
+                               Element element, Direction direction, const Target &target) {
     constexpr int elementsBetween = 256; // more than a transform has
     const auto address = [=](const std::string &array) {
         return [=](int first) {
@@ -96,50 +133,52 @@ void addComplexKernels(Kernels &kernels, int length, Element element, const Targ
             return text;
         };
     };
-    for (const Direction direction : {Direction::Forward, Direction::Inverse}) {
-        const bool isForward = direction == Direction::Forward;
-        KernelDefinition kernel = kernelOf(
-            std::string(isForward ? "ManyDft" : "ManyInverseDft") + std::to_string(length) + "Complex" +
-                bits(element),
-            {nameOf(isForward ? "DFTFwd_CToC" : "DFTInv_CToC", length, bits(element) + "fc")},
-            "StridedKernel", gainOfComplex(length, element, target),
-            elementsBetween * target.vector(element).lanes / 2, element,
-            [=, &target] {
-                return acrossTransforms(
-                    complexDft(length, element, baseTarget()), direction, element,
-                    {2, [](int part, int transform) { return part + elementsBetween * transform; }}, target);
-            },
-            complexRecipe(length, element));
-        kernel.text.header = "many/strided_kernel.h";
-        kernel.text.factorsOf = length;
-        kernel.text.parameters = {{"[[maybe_unused]] const unsigned char *", "src"},
-                                  {"[[maybe_unused]] std::ptrdiff_t", "srcDistance"},
-                                  {"[[maybe_unused]] std::ptrdiff_t", "srcStep"},
-                                  {"[[maybe_unused]] unsigned char *", "dst"},
-                                  {"[[maybe_unused]] std::ptrdiff_t", "dstDistance"},
-                                  {"[[maybe_unused]] std::ptrdiff_t", "dstStep"},
-                                  {"[[maybe_unused]] const Float" + bits(element) + " *", "factor"}};
-        kernel.arrays = arraysAnywhere();
-        kernel.arrays.source.address = address("src");
-        kernel.arrays.destination.address = address("dst");
-        kernels.push_back(std::move(kernel));
-    }
+    KernelDefinition kernel = kernelOf(
+        type, {name}, "stridedKernel<" + type + ">", gain, elementsBetween * target.vector(element).lanes / 2,
+        element,
+        [=, &target] {
+            return acrossNumbers(
+                length, element, direction,
+                {2, [](int part, int transform) { return part + elementsBetween * transform; }}, target);
+        },
+        complexRecipe(length, element));
+    kernel.text.header = "many/strided_kernel.h";
+    kernel.text.parameters = {{"[[maybe_unused]] const unsigned char *", "src"},
+                              {"[[maybe_unused]] std::ptrdiff_t", "srcDistance"},
+                              {"[[maybe_unused]] std::ptrdiff_t", "srcStep"},
+                              {"[[maybe_unused]] unsigned char *", "dst"},
+                              {"[[maybe_unused]] std::ptrdiff_t", "dstDistance"},
+                              {"[[maybe_unused]] std::ptrdiff_t", "dstStep"},
+                              {"[[maybe_unused]] const Float" + bits(element) + " *", "factor"}};
+    kernel.arrays = arraysAnywhere();
+    kernel.arrays.source.address = address("src");
+    kernel.arrays.destination.address = address("dst");
+    return kernel;
 }
 
-// A kernel on blocks.
-KernelDefinition blockKernel(const std::string &type, const std::vector<std::string> &names, Gain gain,
-                             int vectors, Element element, std::function<Graph()> build,
-                             const std::string &decomposition, const Target &target) {
-    KernelDefinition kernel =
-        kernelOf(type, names, "BlockKernel", gain, vectors * target.vector(element).lanes, element,
-                 std::move(build), decomposition);
-    kernel.text.header = "many/block_kernel.h";
-    kernel.text.parameters = {{"[[maybe_unused]] const unsigned char *", "src"},
-                              {"[[maybe_unused]] unsigned char *", "dst"},
-                              {"[[maybe_unused]] const Float" + bits(element) + " *", "factor"}};
-    kernel.text.isAlwaysInline = false;
-    kernel.arrays.source.access = kernel.arrays.destination.access = "Access::Aligned";
-    return kernel;
+void addComplexKernels(Kernels &kernels, int length, Element element, const Target &target) {
+    for (const Direction direction : {Direction::Forward, Direction::Inverse}) {
+        const bool isForward = direction == Direction::Forward;
+        const std::string type = std::string(isForward ? "ManyDft" : "ManyInverseDft") +
+                                 std::to_string(length) + "Complex" + bits(element),
+                          name =
+                              nameOf(isForward ? "DFTFwd_CToC" : "DFTInv_CToC", length, bits(element) + "fc");
+        const Gain gain = gainOfComplex(length, element, target);
+        const int lanes = target.vector(element).lanes;
+        const auto inBlock = [=](int part, int transform) {
+            return part / 2 * lanes + 2 * transform + part % 2;
+        };
+        kernels.push_back(
+            isInBlocks(length, element, target)
+                ? blockKernel(
+                      type, {name}, 2, gain, length, element,
+                      [=, &target] {
+                          return acrossNumbers(length, element, direction, {2, inBlock}, target);
+                      },
+                      complexRecipe(length, element), target)
+                : stridedKernel(type, name, gain, length, element, direction, target));
+        kernels.back().text.factorsOf = length;
+    }
 }
 
 // One element to a lane, and whole vectors of a block to be read.
@@ -176,7 +215,7 @@ void addRealKernel(Kernels &kernels, const std::string &type, const std::vector<
     std::vector<std::string> names;
     for (const std::string &family : families)
         names.push_back(nameOf(family, length, bits(element) + "f"));
-    kernels.push_back(blockKernel(type + std::to_string(length) + "Float" + bits(element), names,
+    kernels.push_back(blockKernel(type + std::to_string(length) + "Float" + bits(element), names, 1,
                                   gainOfReal(length, element, target), length + 2, element, std::move(build),
                                   "that of zrfg" + names[0], target));
     kernels.back().text.factorsOf = length;
@@ -200,7 +239,7 @@ void addRealKernels(Kernels &kernels, int length, Element element, const Target 
 void addWalshHadamardKernel(Kernels &kernels, int order, Element element, const Target &target) {
     const std::string n = std::to_string(order), real = "Float" + bits(element);
     kernels.push_back(blockKernel(
-        "ManyWht" + n + real, {nameOf("WHT", order, bits(element) + "f")},
+        "ManyWht" + n + real, {nameOf("WHT", order, bits(element) + "f")}, 1,
         hasNarrowVectors(target) ? Gain::OffRows : Gain::Everywhere, 1 << order, element,
         [=, &target] {
             return acrossBlock(smallWalshHadamard(order, element, baseTarget()), element, target);
@@ -209,9 +248,10 @@ void addWalshHadamardKernel(Kernels &kernels, int order, Element element, const 
     kernels.back().text.base = "WhtFactors<" + real + ", " + n + ">";
 }
 
-// A square of elements transposed: rows `srcPitch` bytes apart to others `dstPitch` bytes apart.
-KernelDefinition transpose(Type row) {
-    const int lanes = row.lanes;
+// A square of numbers of so many lanes transposed: rows `srcPitch` bytes apart to others `dstPitch` bytes
+// apart.
+KernelDefinition transpose(Type row, int numberLanes) {
+    const int lanes = row.lanes, numbers = lanes / numberLanes;
     const auto address = [=](const std::string &array, const std::string &pitch) {
         return [=](int first) {
             return first == 0 ? array : array + " + " + std::to_string(first / lanes) + " * " + pitch;
@@ -221,19 +261,20 @@ KernelDefinition transpose(Type row) {
         .exports = {},
         .file = "many_transposes.inc",
         .decomposition = "transpose",
-        .elements = lanes * lanes,
+        .elements = numbers * lanes,
         .build =
             [=] {
                 Graph graph;
                 std::vector<NodeId> rows;
-                for (int i = 0; i < lanes; ++i)
+                for (int i = 0; i < numbers; ++i)
                     rows.push_back(loadVector(graph, row, i));
                 rows = transposedByGroups(graph, rows);
-                for (int i = 0; i < lanes; ++i)
+                for (int i = 0; i < numbers; ++i)
                     storeVector(graph, rows[i], i);
                 return graph;
             },
-        .text = {.type = "Transpose<Float" + bits(row.element) + ", " + std::to_string(lanes) + ">",
+        .text = {.type = "Transpose<" + std::to_string(numberLanes * bytes(row.element)) + ", " +
+                         std::to_string(numbers) + ">",
                  .element = row.element,
                  .function = "run",
                  .parameters = {{"const unsigned char *", "src"},
@@ -257,9 +298,12 @@ Kernels manyKernels(const Target &target) {
         }
         for (int order = 1; order <= highestOrderAcross; ++order)
             addWalshHadamardKernel(kernels, order, element, target);
-        for (int lanes = 16 / bytes(element); lanes <= target.vector(element).lanes; lanes *= 2)
-            kernels.push_back(transpose({element, lanes}));
+        for (Type row = baseTarget().vector(element); bytes(row) <= target.vectorBytes; row = twice(row))
+            kernels.push_back(transpose(row, 1));
     }
+    for (Type row = twice(baseTarget().vector(Element::Float64)); bytes(row) <= target.vectorBytes;
+         row = twice(row))
+        kernels.push_back(transpose(row, 2));
     return kernels;
 }
 

@@ -1,6 +1,7 @@
-// What is to know of a kernel of many transforms before it is called.
+// A kernel of many transforms.
 #pragma once
 
+#include "arrays.h"
 #include "gain.h"
 #include "wht/factors.h"
 
@@ -31,6 +32,17 @@ struct KernelFactors {
             return nullptr;
         }
     }
+};
+
+struct ManyKernel {
+    // Transforms as many as it can at once, and tells how many these were: all but a few that are left over.
+    using Run = std::ptrdiff_t(const ManyKernel &kernel, const void *factor, Sources from, Contents source,
+                               Destinations to, Contents destination, std::ptrdiff_t count);
+    Run *run;
+    void (*onBlock)(const unsigned char *src, unsigned char *dst,
+                    const void *factor); // if it is one on blocks
+    KernelFactors factors;
+    Gain gain;
 };
 
 } // namespace zrfgen

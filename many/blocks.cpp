@@ -1,54 +1,36 @@
-// Transforms of real elements block by block: into a block, through a kernel and out of it again.
-#pragma once
-
-#include "arrays.h"
+// Transforms block by block: into a block, through a kernel and out of it again.
 #include "block_kernel.h"
-#include "spectrum_layout.h"
+
+#include <algorithm>
 
 namespace zrfgen {
 
-// A square of elements transposed, from rows srcPitch bytes apart to rows dstPitch bytes apart.
-template <class Real, int lanes> struct Transpose;
+namespace {
+
+// A square of numbers of so many bytes transposed, from rows srcPitch bytes apart to rows dstPitch bytes
+// apart.
+template <int numberBytes, int numbers> struct Transpose;
 #include "many_transposes.inc"
 
-// Which vectors of a block the elements of an array are: neighbours from `first` on. One vector may stand
-// elsewhere than in the array, where it is the element of vector 1; or vector 1 is zero, and perhaps a last
-// one.
-struct Contents {
-    int elements;
-    int first = 0;
-    int insteadOf1 = 1;
-    int lastZero = 0;
-};
-
-constexpr Contents spectrum(SpectrumLayout layout, int n) {
-    if (layout == SpectrumLayout::CCS)
-        return {n + 2 - n % 2, 0, 1, n % 2 == 0 ? n + 1 : 1};
-    if (layout == SpectrumLayout::Perm && n % 2 == 0)
-        return {n, 0, n};
-    return {n, 1, 0};
-}
-
-template <class Real> class Blocks {
+template <int size> class Blocks {
 public:
-    static constexpr int transforms = vectorBytes / static_cast<int>(sizeof(Real));
+    static constexpr int transforms = vectorBytes / size;
 
     // Transforms as many whole blocks as there are, and tells how many transforms these were.
-    static std::ptrdiff_t run(const BlockKernel &kernel, const void *factor, Sources from, Contents source,
+    static std::ptrdiff_t run(const ManyKernel &kernel, const void *factor, Sources from, Contents source,
                               Destinations to, Contents destination, std::ptrdiff_t count) {
         alignas(vectorBytes) unsigned char in[mostVectors * vectorBytes], out[mostVectors * vectorBytes];
         std::ptrdiff_t t = 0;
         for (; count - t >= transforms; t += transforms) {
             load(from.from(t), source, in);
-            kernel.transform(in, out, factor);
+            kernel.onBlock(in, out, factor);
             store(out, to.from(t), destination);
         }
         return t;
     }
 
 private:
-    static constexpr int group = 16 / sizeof(Real);
-    static constexpr std::ptrdiff_t size = sizeof(Real);
+    static constexpr int group = 16 / size;
 
     // The two ways between an array and a block.
     struct In {
@@ -57,7 +39,7 @@ private:
         }
         template <int lanes>
         static void transpose(const unsigned char *array, std::ptrdiff_t pitch, unsigned char *block) {
-            Transpose<Real, lanes>::run(array, pitch, block, vectorBytes);
+            Transpose<size, lanes>::run(array, pitch, block, vectorBytes);
         }
     };
     struct Out {
@@ -66,7 +48,7 @@ private:
         }
         template <int lanes>
         static void transpose(unsigned char *array, std::ptrdiff_t pitch, const unsigned char *block) {
-            Transpose<Real, lanes>::run(block, vectorBytes, array, pitch);
+            Transpose<size, lanes>::run(block, vectorBytes, array, pitch);
         }
     };
 
@@ -102,18 +84,18 @@ private:
                   contents.elements);
     }
 
-    // Calls move<lanes>(element, transform) for the corners of squares that together are the block, and tells
-    // whether there are any: rows shorter than the smallest square have none.
-    template <class Move> static bool inSquares(int elements, Move move) {
-        if (elements >= transforms) {
-            alongRow<transforms>(elements, [&](int e) { move.template operator()<transforms>(e, 0); });
+    // Calls move<numbers>(element, transform) for the corners of squares that together are the block, the
+    // largest that rows have room for, and tells whether there are any.
+    template <int numbers = transforms, class Move> static bool inSquares(int elements, Move move) {
+        if constexpr (numbers < std::max(group, 2)) {
+            return false;
+        } else {
+            if (elements < numbers)
+                return inSquares<numbers / 2>(elements, move);
+            for (int t = 0; t < transforms; t += numbers)
+                alongRow<numbers>(elements, [&](int e) { move.template operator()<numbers>(e, t); });
             return true;
         }
-        if (elements < group)
-            return false;
-        for (int t = 0; t < transforms; t += group)
-            alongRow<group>(elements, [&](int e) { move.template operator()<group>(e, t); });
-        return true;
     }
 
     // The last square reaches back where they do not fill the row.
@@ -122,5 +104,17 @@ private:
             square(e + lanes <= elements ? e : elements - lanes);
     }
 };
+
+} // namespace
+
+template <int numberBytes> std::ptrdiff_t runBlocks(const ManyKernel &kernel, const void *factor,
+                                                    Sources from, Contents source, Destinations to,
+                                                    Contents destination, std::ptrdiff_t count) {
+    return Blocks<numberBytes>::run(kernel, factor, from, source, to, destination, count);
+}
+
+template ManyKernel::Run runBlocks<4>;
+template ManyKernel::Run runBlocks<8>;
+template ManyKernel::Run runBlocks<16>;
 
 } // namespace zrfgen
