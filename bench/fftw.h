@@ -72,11 +72,12 @@ template <class Real> Plan<Real> owned(typename Fftw<Real>::Plan plan) {
 template <class Real>
 using Planner = Plan<Real> (*)(int length, const Array<Real> &src, const Array<Real> &dst);
 
-// Planning overwrites the arrays; they must live as long as the plan.
+// Planning overwrites the arrays; they must live as long as the plan. Patience takes minutes for the longest.
 template <class Real>
 Plan<Real> planComplexForward(int length, const Array<Real> &src, const Array<Real> &dst) {
     return owned<Real>(Fftw<Real>::planComplex(length, complexElements(src), complexElements(dst),
-                                               FFTW_FORWARD, FFTW_PATIENT));
+                                               FFTW_FORWARD,
+                                               length <= 1 << 16 ? FFTW_PATIENT : FFTW_MEASURE));
 }
 
 template <class Real> Plan<Real> planRealForward(int length, const Array<Real> &src, const Array<Real> &dst) {
