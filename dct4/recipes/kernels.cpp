@@ -217,7 +217,7 @@ Graph outputStage(int radix, Type vector) {
         std::vector<NodeId> rows;
         for (int s = 0; s < width; ++s)
             rows.push_back(load(s * 2 * radix + column));
-        const auto group = transposedInGroups(graph, rows);
+        const auto group = transposed(graph, rows);
         columns.insert(columns.end(), group.begin(), group.end());
     }
     std::vector<Real> rotated(2 * radix);

@@ -1,5 +1,7 @@
 #include "algebra/vectors.h"
 
+#include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace zrfgen::gen {
@@ -17,18 +19,6 @@ NodeId loadVector(Graph &graph, Type type, int i) {
 void storeVector(Graph &graph, NodeId value, int i) {
     const int lanes = graph[value].type.lanes;
     graph.store(value, consecutive(i * lanes, lanes));
-}
-
-std::vector<NodeId> transposed(Graph &graph, const std::vector<NodeId> &vectors) {
-    const int lanes = static_cast<int>(vectors.size());
-    std::vector<NodeId> result;
-    for (int lane = 0; lane < lanes; ++lane) {
-        std::vector<int> picks;
-        for (int vector = 0; vector < lanes; ++vector)
-            picks.push_back(vector * lanes + lane);
-        result.push_back(graph.gather(vectors, picks));
-    }
-    return result;
 }
 
 namespace {
@@ -73,9 +63,18 @@ std::vector<NodeId> transposedByGroups(Graph &graph, std::vector<NodeId> vectors
     return vectors;
 }
 
-std::vector<NodeId> transposedInGroups(Graph &graph, std::vector<NodeId> vectors) {
-    transposeUnits(graph, vectors, 1, static_cast<int>(vectors.size()), 0, 1);
-    return vectors;
+std::vector<NodeId> transposed(Graph &graph, const std::vector<NodeId> &vectors, int unit) {
+    if (vectors.size() == 1)
+        return vectors;
+    const int span = unit * static_cast<int>(vectors.size());
+    std::vector<NodeId> result;
+    for (const int half : {0, 1}) {
+        std::vector<NodeId> ofHalf;
+        for (std::size_t i = 0; i < vectors.size(); i += 2)
+            ofHalf.push_back(inTurn(graph, vectors[i], vectors[i + 1], unit, span, half));
+        std::ranges::copy(transposed(graph, ofHalf, 2 * unit), std::back_inserter(result));
+    }
+    return result;
 }
 
 NodeId reversed(Graph &graph, NodeId value) {

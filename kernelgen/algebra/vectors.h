@@ -11,15 +11,13 @@ std::vector<int> consecutive(int first, int count);
 NodeId loadVector(Graph &graph, Type type, int i);
 void storeVector(Graph &graph, NodeId value, int i);
 
-// As many vectors as they have lanes: lane l of vector j becomes lane j of vector l.
-std::vector<NodeId> transposed(Graph &graph, const std::vector<NodeId> &vectors);
+// As many vectors as they have lanes, or as a group of lanes has: lane l of vector j becomes lane j of vector
+// l, in each group. Every shuffle is of two vectors, which have been transposed in units of so many lanes.
+std::vector<NodeId> transposed(Graph &graph, const std::vector<NodeId> &vectors, int unit = 1);
 
-// The same, of numbers that have as many lanes as the vectors' width leaves them. They change places in
+// The same of numbers, which have as many lanes as make the vectors a square of them. They change places in
 // groups of 16 bytes first, as instructions do, and then whole groups.
 std::vector<NodeId> transposedByGroups(Graph &graph, std::vector<NodeId> vectors);
-
-// Vectors of several such squares side by side.
-std::vector<NodeId> transposedInGroups(Graph &graph, std::vector<NodeId> vectors);
 
 NodeId reversed(Graph &graph, NodeId value);
 
