@@ -45,17 +45,24 @@ inline void storeUpper(unsigned char *destination, __m128 value) {
     storeUpper(destination, _mm_castps_pd(value));
 }
 
-// A number in the lowest lane, which is where it lies already.
-inline __m128d inVector(Float64 value) {
-    __m128d vector;
+// A number in the lowest lane, which is where it lies already. GCC would clear the others first, and Clang
+// takes no register for two types.
+template <class Vector, class Real> [[gnu::always_inline]] inline Vector inLowestLane(Real value) {
+#ifdef __clang__
+    return Vector{value};
+#else
+    Vector vector;
     asm("" : "=x"(vector) : "0"(value));
     return vector;
+#endif
+}
+
+inline __m128d inVector(Float64 value) {
+    return inLowestLane<__m128d>(value);
 }
 
 inline __m128 inVector(Float32 value) {
-    __m128 vector;
-    asm("" : "=x"(vector) : "0"(value));
-    return vector;
+    return inLowestLane<__m128>(value);
 }
 
 // One lane as a number.
