@@ -14,7 +14,9 @@ endfunction()
 
 # Exports what the generator lists for a library in a folder, and nothing else.
 function(export_entries target library folder)
-  target_link_options(${target} PRIVATE
-    LINKER:--version-script=${folder}/${library}.map LINKER:--no-undefined)
+  target_link_options(${target} PRIVATE LINKER:--version-script=${folder}/${library}.map)
+  if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize") # whose run time programs bring
+    target_link_options(${target} PRIVATE LINKER:--no-undefined)
+  endif()
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${folder}/${library}.map)
 endfunction()
